@@ -1,0 +1,52 @@
+// PathPlatform.h: what the path operations take from the platform, for either character type.
+#pragma once
+
+#include <mbctype.h>
+
+#include <stdlib.h>
+#include <cstring>
+#include <cwchar>
+
+#include "Path.h"
+
+// The C runtime exports this; the toolchain's headers do not declare it.
+extern "C" void __cdecl _invalid_parameter_noinfo(void);
+
+namespace file {
+
+// The multi-byte code page of the C runtime, which library and host share, says which bytes lead a
+// double-byte character; none below 0x80 does in any of its code pages.
+struct LeadBytes {
+  bool operator()(char one) const {
+    return (one & 0x80) != 0 && ::_ismbblead(static_cast<unsigned char>(one));
+  }
+  bool operator()(wchar_t) const { return false; }
+};
+
+inline std::size_t Length(const char* text, std::size_t most) {
+  return ::strnlen(text, most);
+}
+inline std::size_t Length(const wchar_t* text, std::size_t most) {
+  return ::wcsnlen(text, most);
+}
+
+// What a bounds-checked copy of the C runtime does with arguments that do not fit: the buffer is
+// left empty and the runtime's invalid-parameter handler runs.
+template <class Char>
+void RejectParameter(Char* out, std::size_t capacity) {
+  if (out && capacity > 0) out[0] = Char(0);
+  ::_invalid_parameter_noinfo();
+}
+
+// A bounds-checked copy.
+template <class Char>
+void CopyChecked(Text<Char> text, Char* out, std::size_t capacity) {
+  if (!out || text.size() >= capacity) {
+    RejectParameter(out, capacity);
+    return;
+  }
+  std::char_traits<Char>::move(out, text.data(), text.size());
+  out[text.size()] = Char(0);
+}
+
+}  // namespace file

@@ -1,0 +1,13 @@
+// Storage.h: the storage around a file. The rules of each stand at its export in ZERATools.h; these are
+// the same operations without the frame, for the library's own use.
+#pragma once
+
+#include <cstddef>
+
+namespace file {
+
+int CheckWrite(const wchar_t* path);
+float GetFreeDiskGb(wchar_t driveLetter);
+int GetVersion(const wchar_t* path, wchar_t* version, std::size_t capacity);
+
+}  // namespace file

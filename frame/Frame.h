@@ -1,0 +1,39 @@
+// Frame.h: what every export does around its work.
+#pragma once
+
+#include <new>
+
+#include "afxwin.h"
+
+namespace frame {
+
+// Runs the body of an export and lets a framework exception leave in the host's form.
+//
+// Inside the library exceptions are ordinary C++ exceptions. A host of another ABI cannot catch
+// those, and its own kind would skip our destructors; so the exception is caught here, behind the
+// last destructor, and raised again as the host's. There is no catch-all: what is not a framework
+// exception has no business leaving.
+template <class Body>
+auto EnterUnguarded(Body&& body) -> decltype(body()) {
+  CException* leaving = nullptr;
+  try {
+    return body();
+  } catch (CException* exception) {
+    leaving = exception;
+  } catch (const std::bad_alloc&) {
+    leaving = framework::MemoryException();
+  }
+  framework::RaiseToHost(leaving);
+}
+
+// The frame of an export: the library's module state is current for the call, and the caller's
+// comes back on every way out.
+template <class Body>
+auto Enter(Body&& body) -> decltype(body()) {
+  return EnterUnguarded([&]() -> decltype(body()) {
+    AFX_MANAGE_STATE(AfxGetStaticModuleState());
+    return body();
+  });
+}
+
+}  // namespace frame

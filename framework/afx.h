@@ -1,0 +1,25 @@
+// afx.h: the part of the framework that the library's sources use, under its usual names.
+//
+// The classes here stand in for the shared framework runtime, which this toolchain does not have.
+// Objects that a host may see (strings, arrays, exceptions) have the published binary layout; the
+// rest is ours. See docs/framework.md for what is here and what is not.
+#pragma once
+
+#define __AFX_H__
+
+// Strings and arrays report exhausted memory with the framework's own exception.
+[[noreturn]] void AfxThrowMemoryException();
+[[noreturn]] void AfxThrowInvalidArgException();
+#define ZERATOOLS_THROW_MEMORY() ::AfxThrowMemoryException()
+
+#include "ZERATools/Types.h"
+#include "atltime.h"
+#include "exceptions.h"
+#include "file.h"
+
+/// Raises the framework's exception for a failing platform code: the memory exception for
+/// E_OUTOFMEMORY, the OLE exception that carries the code for any other.
+[[noreturn]] void AtlThrow(HRESULT code);
+
+/// Raises the exception for the calling thread's last error.
+[[noreturn]] void AtlThrowLastWin32();

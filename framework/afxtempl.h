@@ -1,0 +1,4 @@
+// afxtempl.h: the framework's array template, under its usual name.
+#pragma once
+
+#include "afx.h"

@@ -1,0 +1,5 @@
+#include "afxmt.h"
+
+CCriticalSection::CCriticalSection() {
+  if (!::InitializeCriticalSectionAndSpinCount(&section_, 0)) AtlThrowLastWin32();
+}

@@ -1,0 +1,949 @@
+// ZERATools.h: the exports of ZERATools.dll.
+//
+// A utility library for the desktop applications of one family: paths and files, settings files,
+// printable encryption, text conversion, rounding, process tools, the place of an application's
+// settings file and the language of its user interface.
+//
+// Bind by name through the import library, or by ordinal with GetProcAddress; the numbers never
+// change. There is no call to make first: the library is ready once it is loaded.
+//
+// Common to all exports, unless a declaration says otherwise:
+// - Names without a suffix (or with _MBC) take text in the process's ANSI code page, names with _UC
+//   take UTF-16. Text is zero-terminated; a null text given to a plain variant that converts counts
+//   as empty.
+// - A capacity is counted in characters of the variant's type, not in bytes, terminator included. A
+//   result is never cut silently: one that does not fit is an invalid parameter of the C runtime,
+//   whose handler runs and by default ends the process. With a handler that returns, the buffer
+//   holds an empty string and the result is still the success value.
+// - The result is 1 for success and 0 for failure. The library shows no message and writes no log.
+// - Any thread may call at any time. The library keeps nothing between calls.
+// - Exceptions: exhausted memory raises the framework's CMemoryException; others are named at the
+//   export. They are C++ exceptions of the Microsoft ABI, of pointers to framework objects that the
+//   catching host deletes. The library's own state is restored before they leave.
+//
+// C11 for everything but the exports that take framework objects; C++17 for all.
+#ifndef ZERATOOLS_H
+#define ZERATOOLS_H
+
+#include <stddef.h>
+#include <windows.h>
+
+// ZERATOOLS_HOST_FRAMEWORK: the host's own framework provides CStringA, CStringW, CArray and
+// CWinThread. Set without your help when its headers were included before this one.
+#if defined(__AFX_H__) && !defined(ZERATOOLS_HOST_FRAMEWORK)
+  #define ZERATOOLS_HOST_FRAMEWORK
+#endif
+#if defined(__cplusplus) && !defined(ZERATOOLS_HOST_FRAMEWORK)
+  #include "ZERATools/Types.h"
+#endif
+
+#include "ZERATools/Annotations.h"
+
+#if defined(ZERATOOLS_BUILDING)
+  #define ZERATOOLS_IMPORT
+#else
+  #define ZERATOOLS_IMPORT __declspec(dllimport)
+#endif
+#define ZERATOOLS_API(result) ZERATOOLS_IMPORT result __cdecl
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+// --------------------------------------------------------------------------------------------------
+// Paths as text
+// None of these touches the disk or asks whether a path exists. They always return 1.
+//
+// Plain variants work on the bytes and never convert, so nothing that the code page can hold is lost;
+// lead bytes of a double-byte code page are respected.
+//
+// A component longer than its limit (drive 2, directory, name and extension 255 characters), a result
+// that does not fit its capacity, a null buffer or a null path is an invalid parameter: the C runtime's
+// invalid-parameter handler runs, which by default ends the process. If the host installed one that
+// returns, the buffer holds an empty string and the result is still 1.
+//
+// Any thread may call, as long as no two rewrite one buffer.
+
+/// Gives the drive ("C:") of a path.
+///
+/// @param path      any text, zero-terminated
+/// @param drive     receives the result; left empty when the component is
+/// @param capacity  room at `drive` in characters, not bytes, terminator included
+/// @return 1, whatever the text
+/// @ordinal{10}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_GET_DRIVE(_In_z_ const char* path, _Out_writes_z_(capacity) char* drive, size_t capacity);
+
+/// As #ZERA_TOOLS_FILE_GET_DRIVE, with UTF-16 text.
+/// @ordinal{1010}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_GET_DRIVE_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity) wchar_t* drive,
+                             size_t capacity);
+
+/// Gives the directory with its leading and trailing separators ("\\data\\run\\") of a path.
+///
+/// @param path      any text, zero-terminated
+/// @param directory receives the result; left empty when the component is
+/// @param capacity  room at `directory` in characters, not bytes, terminator included
+/// @return 1, whatever the text
+/// @ordinal{11}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_GET_DIR(_In_z_ const char* path, _Out_writes_z_(capacity) char* directory, size_t capacity);
+
+/// As #ZERA_TOOLS_FILE_GET_DIR, with UTF-16 text.
+/// @ordinal{1011}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_GET_DIR_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity) wchar_t* directory,
+                           size_t capacity);
+
+/// Gives the file name without its extension of a path.
+///
+/// @param path      any text, zero-terminated
+/// @param name      receives the result; left empty when the component is
+/// @param capacity  room at `name` in characters, not bytes, terminator included
+/// @return 1, whatever the text
+/// @ordinal{12}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_GET_NAME(_In_z_ const char* path, _Out_writes_z_(capacity) char* name, size_t capacity);
+
+/// As #ZERA_TOOLS_FILE_GET_NAME, with UTF-16 text.
+/// @ordinal{1012}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_GET_NAME_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity) wchar_t* name,
+                            size_t capacity);
+
+/// Gives the extension with its period (".ini") of a path.
+///
+/// @param path      any text, zero-terminated
+/// @param extension receives the result; left empty when the component is
+/// @param capacity  room at `extension` in characters, not bytes, terminator included
+/// @return 1, whatever the text
+/// @ordinal{13}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_GET_EXT(_In_z_ const char* path, _Out_writes_z_(capacity) char* extension, size_t capacity);
+
+/// As #ZERA_TOOLS_FILE_GET_EXT, with UTF-16 text.
+/// @ordinal{1013}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_GET_EXT_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity) wchar_t* extension,
+                           size_t capacity);
+
+/// Gives drive and directory of a path.
+///
+/// @param path      any text, zero-terminated
+/// @param folder    receives the result; left empty when the component is
+/// @param capacity  room at `folder` in characters, not bytes, terminator included
+/// @return 1, whatever the text
+/// @ordinal{14}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_GET_DRIVE_DIR(_In_z_ const char* path, _Out_writes_z_(capacity) char* folder,
+                              size_t capacity);
+
+/// As #ZERA_TOOLS_FILE_GET_DRIVE_DIR, with UTF-16 text.
+/// @ordinal{1014}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_GET_DRIVE_DIR_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity) wchar_t* folder,
+                                 size_t capacity);
+
+/// Gives file name and extension of a path.
+///
+/// @param path      any text, zero-terminated
+/// @param file      receives the result; left empty when the component is
+/// @param capacity  room at `file` in characters, not bytes, terminator included
+/// @return 1, whatever the text
+/// @ordinal{15}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_GET_NAME_EXT(_In_z_ const char* path, _Out_writes_z_(capacity) char* file, size_t capacity);
+
+/// As #ZERA_TOOLS_FILE_GET_NAME_EXT, with UTF-16 text.
+/// @ordinal{1015}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_GET_NAME_EXT_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity) wchar_t* file,
+                                size_t capacity);
+
+/// Replaces the drive.
+///
+/// @param path      the path, rewritten in place
+/// @param capacity  room at `path` in characters, not bytes, terminator included
+/// @param drive     its first character, followed by a colon, becomes the drive; empty removes it
+/// @return 1, whatever the text
+/// @ordinal{20}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_REPLACE_DRIVE(_Inout_updates_z_(capacity) char* path, size_t capacity,
+                              _In_z_ const char* drive);
+
+/// As #ZERA_TOOLS_FILE_REPLACE_DRIVE, with UTF-16 text.
+/// @ordinal{1020}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_REPLACE_DRIVE_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
+                                 _In_z_ const wchar_t* drive);
+
+/// Replaces the directory; the drive stays.
+///
+/// KEPT FOR HOSTS: the `_UC` variant alone runs under the module state of its caller.
+///
+/// @param path      the path, rewritten in place
+/// @param capacity  room at `path` in characters, not bytes, terminator included
+/// @param directory taken as given; a separator is added behind it if it has none
+/// @return 1, whatever the text
+/// @ordinal{21}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_REPLACE_DIR(_Inout_updates_z_(capacity) char* path, size_t capacity,
+                            _In_z_ const char* directory);
+
+/// As #ZERA_TOOLS_FILE_REPLACE_DIR, with UTF-16 text.
+/// @ordinal{1021}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_REPLACE_DIR_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
+                               _In_z_ const wchar_t* directory);
+
+/// Replaces the file name; the extension stays.
+///
+/// @param path      the path, rewritten in place
+/// @param capacity  room at `path` in characters, not bytes, terminator included
+/// @param name      taken as given
+/// @return 1, whatever the text
+/// @ordinal{22}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_REPLACE_NAME(_Inout_updates_z_(capacity) char* path, size_t capacity,
+                             _In_z_ const char* name);
+
+/// As #ZERA_TOOLS_FILE_REPLACE_NAME, with UTF-16 text.
+/// @ordinal{1022}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_REPLACE_NAME_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
+                                _In_z_ const wchar_t* name);
+
+/// Replaces the extension.
+///
+/// @param path      the path, rewritten in place
+/// @param capacity  room at `path` in characters, not bytes, terminator included
+/// @param extension with or without its period; empty removes the extension
+/// @return 1, whatever the text
+/// @ordinal{23}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_REPLACE_EXT(_Inout_updates_z_(capacity) char* path, size_t capacity,
+                            _In_z_ const char* extension);
+
+/// As #ZERA_TOOLS_FILE_REPLACE_EXT, with UTF-16 text.
+/// @ordinal{1023}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_REPLACE_EXT_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
+                               _In_z_ const wchar_t* extension);
+
+/// Replaces file name and extension by those of another path.
+///
+/// @param path      the path, rewritten in place
+/// @param capacity  room at `path` in characters, not bytes, terminator included
+/// @param file      a path; its drive and directory are ignored
+/// @return 1, whatever the text
+/// @ordinal{24}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_REPLACE_NAME_EXT(_Inout_updates_z_(capacity) char* path, size_t capacity,
+                                 _In_z_ const char* file);
+
+/// As #ZERA_TOOLS_FILE_REPLACE_NAME_EXT, with UTF-16 text.
+/// @ordinal{1024}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_REPLACE_NAME_EXT_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
+                                    _In_z_ const wchar_t* file);
+
+/// Replaces drive and directory by those of another path.
+///
+/// @param path      the path, rewritten in place
+/// @param capacity  room at `path` in characters, not bytes, terminator included
+/// @param folder    a path, ending in a separator; what follows the last separator is ignored
+/// @return 1, whatever the text
+/// @ordinal{28}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_REPLACE_DRIVE_DIR(_Inout_updates_z_(capacity) char* path, size_t capacity,
+                                  _In_z_ const char* folder);
+
+/// As #ZERA_TOOLS_FILE_REPLACE_DRIVE_DIR, with UTF-16 text.
+/// @ordinal{1028}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_REPLACE_DRIVE_DIR_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
+                                     _In_z_ const wchar_t* folder);
+
+/// Appends a text to the directory.
+///
+/// @param path      the path, rewritten in place
+/// @param capacity  room at `path` in characters, not bytes, terminator included
+/// @param text      appended as it is; a separator is added behind it if it has none
+/// @return 1, whatever the text
+/// @ordinal{30}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_ADD_DIR(_Inout_updates_z_(capacity) char* path, size_t capacity, _In_z_ const char* text);
+
+/// As #ZERA_TOOLS_FILE_ADD_DIR, with UTF-16 text.
+/// @ordinal{1030}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_ADD_DIR_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
+                           _In_z_ const wchar_t* text);
+
+/// Appends a text to the file name, before the extension.
+///
+/// @param path      the path, rewritten in place
+/// @param capacity  room at `path` in characters, not bytes, terminator included
+/// @param text      appended as it is
+/// @return 1, whatever the text
+/// @ordinal{32}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_ADD_NAME(_Inout_updates_z_(capacity) char* path, size_t capacity, _In_z_ const char* text);
+
+/// As #ZERA_TOOLS_FILE_ADD_NAME, with UTF-16 text.
+/// @ordinal{1032}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_ADD_NAME_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
+                            _In_z_ const wchar_t* text);
+
+/// Appends a number to the file name, before the extension: "run.txt" with 7 and 4 gives "run0007.txt".
+///
+/// @param path      the path, rewritten in place
+/// @param capacity  room at `path` in characters, not bytes, terminator included
+/// @param index     written as a signed decimal number, so 2147483648 and above come out negative
+/// @param digits    least number of digits, filled up with zeros; 0 with an index of 0 appends nothing.
+///                  Counts of 2147483648 and above are not supported.
+/// @return 1, whatever the text
+/// @ordinal{33}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_ADD_IDX_NAME(_Inout_updates_z_(capacity) char* path, size_t capacity, unsigned int index,
+                             unsigned int digits);
+
+/// As #ZERA_TOOLS_FILE_ADD_IDX_NAME, with UTF-16 text.
+/// @ordinal{1033}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_ADD_IDX_NAME_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
+                                unsigned int index, unsigned int digits);
+
+// --------------------------------------------------------------------------------------------------
+// One file
+//
+
+/// TO BE DOCUMENTED
+/// @ordinal{1}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_EXIST(_In_z_ const char* path);
+
+/// As #ZERA_TOOLS_FILE_EXIST, with UTF-16 text.
+/// @ordinal{1001}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_EXIST_UC(_In_z_ const wchar_t* path);
+
+/// TO BE DOCUMENTED
+/// @ordinal{2}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE(_In_z_ const char* path);
+
+/// As #ZERA_TOOLS_FILE_DELETE, with UTF-16 text.
+/// @ordinal{1002}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE_UC(_In_z_ const wchar_t* path);
+
+/// TO BE DOCUMENTED
+/// @ordinal{4}
+ZERATOOLS_API(unsigned int) ZERA_TOOLS_FILE_GET_SIZE(_In_z_ const char* path);
+
+/// As #ZERA_TOOLS_FILE_GET_SIZE, with UTF-16 text.
+/// @ordinal{1004}
+ZERATOOLS_API(unsigned int) ZERA_TOOLS_FILE_GET_SIZE_UC(_In_z_ const wchar_t* path);
+
+/// TO BE DOCUMENTED
+/// @ordinal{5}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_HAS_EXTENSION(_In_z_ const char* path, _In_z_ const char* extension);
+
+/// As #ZERA_TOOLS_FILE_HAS_EXTENSION, with UTF-16 text.
+/// @ordinal{1005}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_HAS_EXTENSION_UC(_In_z_ const wchar_t* path, _In_z_ const wchar_t* extension);
+
+/// TO BE DOCUMENTED
+/// @ordinal{6}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_WAIT_FOR_FILE(_In_z_ const char* path, unsigned int timeoutMs);
+
+/// As #ZERA_TOOLS_FILE_WAIT_FOR_FILE, with UTF-16 text.
+/// @ordinal{1006}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_WAIT_FOR_FILE_UC(_In_z_ const wchar_t* path, unsigned int timeoutMs);
+
+/// TO BE DOCUMENTED
+/// @ordinal{7}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_RENAME(_In_z_ const char* oldPath, _In_z_ const char* newPath);
+
+/// As #ZERA_TOOLS_FILE_RENAME, with UTF-16 text.
+/// @ordinal{1007}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_RENAME_UC(_In_z_ const wchar_t* oldPath, _In_z_ const wchar_t* newPath);
+
+/// TO BE DOCUMENTED
+/// @ordinal{27}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_GET_TIME_MODIFIED(_In_z_ const char* path, _Out_ __int64* time);
+
+/// As #ZERA_TOOLS_FILE_GET_TIME_MODIFIED, with UTF-16 text.
+/// @ordinal{1027}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_GET_TIME_MODIFIED_UC(_In_z_ const wchar_t* path, _Out_ __int64* time);
+
+// --------------------------------------------------------------------------------------------------
+// Contents of one file
+//
+
+/// TO BE DOCUMENTED
+/// @ordinal{16}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_COPY(_In_z_ const char* source, _In_z_ const char* target);
+
+/// As #ZERA_TOOLS_FILE_COPY, with UTF-16 text.
+/// @ordinal{1016}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_COPY_UC(_In_z_ const wchar_t* source, _In_z_ const wchar_t* target);
+
+/// TO BE DOCUMENTED
+/// @ordinal{17}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_COMPARE(_In_z_ const char* first, _In_z_ const char* second);
+
+/// As #ZERA_TOOLS_FILE_COMPARE, with UTF-16 text.
+/// @ordinal{1017}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_COMPARE_UC(_In_z_ const wchar_t* first, _In_z_ const wchar_t* second);
+
+/// TO BE DOCUMENTED
+/// @ordinal{19}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_CREATE(_In_z_ const char* path);
+
+/// As #ZERA_TOOLS_FILE_CREATE, with UTF-16 text.
+/// @ordinal{1019}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_CREATE_UC(_In_z_ const wchar_t* path);
+
+/// TO BE DOCUMENTED
+/// @ordinal{25}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_TO_BUFFER(_In_z_ const char* path,
+                          _Out_writes_bytes_to_(capacity, *count) unsigned char* buffer,
+                          unsigned __int64 capacity, _Out_ unsigned __int64* count);
+
+/// As #ZERA_TOOLS_FILE_TO_BUFFER, with UTF-16 text.
+/// @ordinal{1025}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_TO_BUFFER_UC(_In_z_ const wchar_t* path,
+                             _Out_writes_bytes_to_(capacity, *count) unsigned char* buffer,
+                             unsigned __int64 capacity, _Out_ unsigned __int64* count);
+
+/// TO BE DOCUMENTED
+/// @ordinal{26}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_FROM_BUFFER(_In_z_ const char* path, _In_reads_bytes_(count) const unsigned char* buffer,
+                            unsigned __int64 count);
+
+/// As #ZERA_TOOLS_FILE_FROM_BUFFER, with UTF-16 text.
+/// @ordinal{1026}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_FROM_BUFFER_UC(_In_z_ const wchar_t* path,
+                               _In_reads_bytes_(count) const unsigned char* buffer, unsigned __int64 count);
+
+// --------------------------------------------------------------------------------------------------
+// Storage: write check, free space, version
+//
+
+/// TO BE DOCUMENTED
+/// @ordinal{31}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_CHECK_WRITE(_In_z_ const char* path);
+
+/// As #ZERA_TOOLS_FILE_CHECK_WRITE, with UTF-16 text.
+/// @ordinal{1031}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_CHECK_WRITE_UC(_In_z_ const wchar_t* path);
+
+/// TO BE DOCUMENTED
+/// @ordinal{9}
+ZERATOOLS_API(float) ZERA_TOOLS_FILE_GET_FREEDISK_GB(char driveLetter);
+
+/// As #ZERA_TOOLS_FILE_GET_FREEDISK_GB, with UTF-16 text.
+/// @ordinal{1009}
+ZERATOOLS_API(float) ZERA_TOOLS_FILE_GET_FREEDISK_GB_UC(wchar_t driveLetter);
+
+/// TO BE DOCUMENTED
+/// @ordinal{34}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_GET_VERSION(_In_z_ const char* path, _Out_writes_z_(capacity) char* version, size_t capacity);
+
+/// As #ZERA_TOOLS_FILE_GET_VERSION, with UTF-16 text.
+/// @ordinal{1034}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_GET_VERSION_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity) wchar_t* version,
+                               size_t capacity);
+
+// --------------------------------------------------------------------------------------------------
+// Whole directories
+//
+
+/// TO BE DOCUMENTED
+/// @ordinal{3}
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE_ALL(_In_z_ const char* startPath, _In_z_ const char* filter);
+
+/// As #ZERA_TOOLS_FILE_DELETE_ALL, with UTF-16 text.
+/// @ordinal{1003}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_DELETE_ALL_UC(_In_z_ const wchar_t* startPath, _In_z_ const wchar_t* filter);
+
+/// TO BE DOCUMENTED
+/// @ordinal{8}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_DELETE_ALL_OLD(_In_z_ const char* startPath, _In_z_ const char* filter,
+                               unsigned int ageSeconds);
+
+/// As #ZERA_TOOLS_FILE_DELETE_ALL_OLD, with UTF-16 text.
+/// @ordinal{1008}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_DELETE_ALL_OLD_UC(_In_z_ const wchar_t* startPath, _In_z_ const wchar_t* filter,
+                                  unsigned int ageSeconds);
+
+/// TO BE DOCUMENTED
+/// @ordinal{29}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_DELETE_ALL_OLD_EX(_In_z_ const char* startPath, _In_z_ const char* filter,
+                                  unsigned int ageSeconds);
+
+/// TO BE DOCUMENTED
+/// @ordinal{1029}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_DELETE_ALL_OLD_EX_UC(_In_z_ const wchar_t* startPath, _In_z_ const wchar_t* filter,
+                                     unsigned int ageSeconds, _In_ int* abortFlag);
+
+/// TO BE DOCUMENTED
+/// @ordinal{18}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_COPY_ALL(_In_z_ const char* startPath, _In_z_ const char* destination,
+                         unsigned int overwrite);
+
+/// As #ZERA_TOOLS_FILE_COPY_ALL, with UTF-16 text.
+/// @ordinal{1018}
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_COPY_ALL_UC(_In_z_ const wchar_t* startPath, _In_z_ const wchar_t* destination,
+                            unsigned int overwrite);
+
+// --------------------------------------------------------------------------------------------------
+// Reading settings files
+//
+
+/// TO BE DOCUMENTED
+/// @ordinal{50}
+ZERATOOLS_API(void)
+ZERA_TOOLS_READ_STRING(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
+                       _In_z_ const char* defaultText, _Out_writes_z_(capacity) char* text, size_t capacity);
+
+/// As #ZERA_TOOLS_READ_STRING, with UTF-16 text.
+/// @ordinal{1050}
+ZERATOOLS_API(void)
+ZERA_TOOLS_READ_STRING_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
+                          _In_z_ const wchar_t* file, _In_z_ const wchar_t* defaultText,
+                          _Out_writes_z_(capacity) wchar_t* text, size_t capacity);
+
+/// TO BE DOCUMENTED
+/// @ordinal{51}
+ZERATOOLS_API(int)
+ZERA_TOOLS_READ_INT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
+                    int defaultValue, int minimum, int maximum);
+
+/// As #ZERA_TOOLS_READ_INT, with UTF-16 text.
+/// @ordinal{1051}
+ZERATOOLS_API(int)
+ZERA_TOOLS_READ_INT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
+                       int defaultValue, int minimum, int maximum);
+
+/// TO BE DOCUMENTED
+/// @ordinal{52}
+ZERATOOLS_API(unsigned int)
+ZERA_TOOLS_READ_UINT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
+                     unsigned int defaultValue, unsigned int minimum, unsigned int maximum);
+
+/// As #ZERA_TOOLS_READ_UINT, with UTF-16 text.
+/// @ordinal{1052}
+ZERATOOLS_API(unsigned int)
+ZERA_TOOLS_READ_UINT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
+                        unsigned int defaultValue, unsigned int minimum, unsigned int maximum);
+
+/// TO BE DOCUMENTED
+/// @ordinal{58}
+ZERATOOLS_API(WORD)
+ZERA_TOOLS_READ_WORD(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
+                     WORD defaultValue, WORD minimum, WORD maximum);
+
+/// As #ZERA_TOOLS_READ_WORD, with UTF-16 text.
+/// @ordinal{1058}
+ZERATOOLS_API(WORD)
+ZERA_TOOLS_READ_WORD_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
+                        WORD defaultValue, WORD minimum, WORD maximum);
+
+/// TO BE DOCUMENTED
+/// @ordinal{53}
+ZERATOOLS_API(double)
+ZERA_TOOLS_READ_DOUBLE(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
+                       double defaultValue, double minimum, double maximum);
+
+/// As #ZERA_TOOLS_READ_DOUBLE, with UTF-16 text.
+/// @ordinal{1053}
+ZERATOOLS_API(double)
+ZERA_TOOLS_READ_DOUBLE_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
+                          _In_z_ const wchar_t* file, double defaultValue, double minimum, double maximum);
+
+/// TO BE DOCUMENTED
+/// @ordinal{54}
+ZERATOOLS_API(float)
+ZERA_TOOLS_READ_FLOAT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
+                      float defaultValue, float minimum, float maximum);
+
+/// As #ZERA_TOOLS_READ_FLOAT, with UTF-16 text.
+/// @ordinal{1054}
+ZERATOOLS_API(float)
+ZERA_TOOLS_READ_FLOAT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
+                         float defaultValue, float minimum, float maximum);
+
+// --------------------------------------------------------------------------------------------------
+// Writing settings files
+//
+
+/// TO BE DOCUMENTED
+/// @ordinal{60}
+ZERATOOLS_API(int)
+ZERA_TOOLS_WRITE_STRING(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
+                        _In_opt_z_ const char* value);
+
+/// As #ZERA_TOOLS_WRITE_STRING, with UTF-16 text.
+/// @ordinal{1060}
+ZERATOOLS_API(int)
+ZERA_TOOLS_WRITE_STRING_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
+                           _In_z_ const wchar_t* file, _In_opt_z_ const wchar_t* value);
+
+/// TO BE DOCUMENTED
+/// @ordinal{61}
+ZERATOOLS_API(int)
+ZERA_TOOLS_WRITE_INT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file, int value);
+
+/// As #ZERA_TOOLS_WRITE_INT, with UTF-16 text.
+/// @ordinal{1061}
+ZERATOOLS_API(int)
+ZERA_TOOLS_WRITE_INT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
+                        int value);
+
+/// TO BE DOCUMENTED
+/// @ordinal{62}
+ZERATOOLS_API(int)
+ZERA_TOOLS_WRITE_UINT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
+                      unsigned int value);
+
+/// As #ZERA_TOOLS_WRITE_UINT, with UTF-16 text.
+/// @ordinal{1062}
+ZERATOOLS_API(int)
+ZERA_TOOLS_WRITE_UINT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
+                         unsigned int value);
+
+/// TO BE DOCUMENTED
+/// @ordinal{65}
+ZERATOOLS_API(int)
+ZERA_TOOLS_WRITE_WORD(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
+                      WORD value);
+
+/// As #ZERA_TOOLS_WRITE_WORD, with UTF-16 text.
+/// @ordinal{1065}
+ZERATOOLS_API(int)
+ZERA_TOOLS_WRITE_WORD_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
+                         WORD value);
+
+/// TO BE DOCUMENTED
+/// @ordinal{63}
+ZERATOOLS_API(int)
+ZERA_TOOLS_WRITE_DOUBLE(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
+                        double value);
+
+/// As #ZERA_TOOLS_WRITE_DOUBLE, with UTF-16 text.
+/// @ordinal{1063}
+ZERATOOLS_API(int)
+ZERA_TOOLS_WRITE_DOUBLE_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
+                           _In_z_ const wchar_t* file, double value);
+
+/// TO BE DOCUMENTED
+/// @ordinal{64}
+ZERATOOLS_API(int)
+ZERA_TOOLS_WRITE_FLOAT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
+                       float value);
+
+/// As #ZERA_TOOLS_WRITE_FLOAT, with UTF-16 text.
+/// @ordinal{1064}
+ZERATOOLS_API(int)
+ZERA_TOOLS_WRITE_FLOAT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
+                          _In_z_ const wchar_t* file, float value);
+
+// --------------------------------------------------------------------------------------------------
+// A settings file's text in a buffer
+//
+
+/// TO BE DOCUMENTED
+/// @ordinal{80}
+ZERATOOLS_API(int)
+ZERA_TOOLS_BUFWRITE_SECTION(_In_z_ const char* section, _Out_writes_z_(free) char* position, size_t free,
+                            _Out_ size_t* count);
+
+/// As #ZERA_TOOLS_BUFWRITE_SECTION, with UTF-16 text.
+/// @ordinal{1080}
+ZERATOOLS_API(int)
+ZERA_TOOLS_BUFWRITE_SECTION_UC(_In_z_ const wchar_t* section, _Out_writes_z_(free) wchar_t* position,
+                               size_t free, _Out_ size_t* count);
+
+/// TO BE DOCUMENTED
+/// @ordinal{81}
+ZERATOOLS_API(int)
+ZERA_TOOLS_BUFWRITE_STRING(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
+                           _In_z_ const char* value, _Out_ size_t* count);
+
+/// As #ZERA_TOOLS_BUFWRITE_STRING, with UTF-16 text.
+/// @ordinal{1081}
+ZERATOOLS_API(int)
+ZERA_TOOLS_BUFWRITE_STRING_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
+                              _In_z_ const wchar_t* value, _Out_ size_t* count);
+
+/// TO BE DOCUMENTED
+/// @ordinal{82}
+ZERATOOLS_API(int)
+ZERA_TOOLS_BUFWRITE_INT(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free, int value,
+                        _Inout_ size_t* count);
+
+/// As #ZERA_TOOLS_BUFWRITE_INT, with UTF-16 text.
+/// @ordinal{1082}
+ZERATOOLS_API(int)
+ZERA_TOOLS_BUFWRITE_INT_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
+                           int value, _Inout_ size_t* count);
+
+/// TO BE DOCUMENTED
+/// @ordinal{83}
+ZERATOOLS_API(int)
+ZERA_TOOLS_BUFWRITE_UINT(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
+                         unsigned int value, _Inout_ size_t* count);
+
+/// As #ZERA_TOOLS_BUFWRITE_UINT, with UTF-16 text.
+/// @ordinal{1083}
+ZERATOOLS_API(int)
+ZERA_TOOLS_BUFWRITE_UINT_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
+                            unsigned int value, _Inout_ size_t* count);
+
+/// TO BE DOCUMENTED
+/// @ordinal{84}
+ZERATOOLS_API(int)
+ZERA_TOOLS_BUFWRITE_DOUBLE(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
+                           double value, _Inout_ size_t* count);
+
+/// As #ZERA_TOOLS_BUFWRITE_DOUBLE, with UTF-16 text.
+/// @ordinal{1084}
+ZERATOOLS_API(int)
+ZERA_TOOLS_BUFWRITE_DOUBLE_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
+                              double value, _Inout_ size_t* count);
+
+/// TO BE DOCUMENTED
+/// @ordinal{85}
+ZERATOOLS_API(int)
+ZERA_TOOLS_BUFWRITE_FLOAT(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
+                          float value, _Inout_ size_t* count);
+
+/// As #ZERA_TOOLS_BUFWRITE_FLOAT, with UTF-16 text.
+/// @ordinal{1085}
+ZERATOOLS_API(int)
+ZERA_TOOLS_BUFWRITE_FLOAT_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
+                             float value, _Inout_ size_t* count);
+
+// --------------------------------------------------------------------------------------------------
+// Rounding
+//
+
+/// TO BE DOCUMENTED
+/// @ordinal{100}
+ZERATOOLS_API(int) ZERA_TOOLS_ROUND_INT(double value);
+
+/// TO BE DOCUMENTED
+/// @ordinal{102}
+ZERATOOLS_API(unsigned int) ZERA_TOOLS_ROUND_UINT(double value);
+
+/// TO BE DOCUMENTED
+/// @ordinal{101}
+ZERATOOLS_API(double) ZERA_TOOLS_ROUND_DOUBLE(double value, int decimals);
+
+// --------------------------------------------------------------------------------------------------
+// Processes
+//
+
+/// TO BE DOCUMENTED
+/// @ordinal{90}
+ZERATOOLS_API(int) ZERA_TOOLS_KILLPROCESS(_In_z_ const char* fileName);
+
+/// As #ZERA_TOOLS_KILLPROCESS, with UTF-16 text.
+/// @ordinal{1090}
+ZERATOOLS_API(int) ZERA_TOOLS_KILLPROCESS_UC(_In_z_ const wchar_t* fileName);
+
+/// TO BE DOCUMENTED
+/// @ordinal{91}
+ZERATOOLS_API(unsigned int) ZERA_TOOLS_GETNUM_APPRUNNING(_In_z_ const char* path);
+
+/// As #ZERA_TOOLS_GETNUM_APPRUNNING, with UTF-16 text.
+/// @ordinal{1091}
+ZERATOOLS_API(unsigned int) ZERA_TOOLS_GETNUM_APPRUNNING_UC(_In_z_ const wchar_t* path);
+
+/// TO BE DOCUMENTED
+/// @ordinal{93}
+ZERATOOLS_API(void*) ZERA_TOOLS_SAFE_NEW(unsigned int size);
+
+// --------------------------------------------------------------------------------------------------
+// Languages
+//
+
+/// TO BE DOCUMENTED
+/// @ordinal{202}
+ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_MBC(_In_z_ const char* settingsFile);
+
+/// TO BE DOCUMENTED
+/// @ordinal{203}
+ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_UC(_In_z_ const wchar_t* settingsFile);
+
+/// TO BE DOCUMENTED
+/// @ordinal{205}
+ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_SAVE_LANGUAGE_MBC(int language, _In_z_ const char* settingsFile);
+
+/// TO BE DOCUMENTED
+/// @ordinal{206}
+ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_SAVE_LANGUAGE_UC(int language, _In_z_ const wchar_t* settingsFile);
+
+/// TO BE DOCUMENTED
+/// @ordinal{204}
+ZERATOOLS_API(HMODULE)
+ZERA_TOOLS_APPLICATION_LOAD_LANGUAGE_DLL(_In_opt_ HMODULE module, unsigned int language);
+
+/// TO BE DOCUMENTED
+/// @ordinal{71}
+ZERATOOLS_API(int)
+ZERA_TOOLS_ENC(_In_z_ const char* passPhrase, const BYTE* plain, int count,
+               _Out_writes_z_(capacity) char* text, UINT capacity, BOOL hex);
+
+/// TO BE DOCUMENTED
+/// @ordinal{72}
+ZERATOOLS_API(int)
+ZERA_TOOLS_DEC(_In_z_ const char* passPhrase, _In_z_ const char* text, UINT hex,
+               _Out_writes_bytes_(capacity) BYTE* plain, UINT capacity);
+
+#if defined(__cplusplus)
+
+// --------------------------------------------------------------------------------------------------
+// Exports that take or give framework objects (C++ only): conversions
+//
+
+/// TO BE DOCUMENTED
+/// @ordinal{110}
+ZERATOOLS_API(void) ZERA_TOOLS_UC_TO_MBC(_In_z_ const wchar_t* text, CStringA& result);
+
+/// TO BE DOCUMENTED
+/// @ordinal{111}
+ZERATOOLS_API(void) ZERA_TOOLS_CHAR8_TO_MBC(_In_z_ const char* text, CStringA& result);
+
+/// TO BE DOCUMENTED
+/// @ordinal{112}
+ZERATOOLS_API(void) ZERA_TOOLS_CHAR8_TO_UC(_In_z_ const char* text, CStringW& result);
+
+/// TO BE DOCUMENTED
+/// @ordinal{113}
+ZERATOOLS_API(void) ZERA_TOOLS_STRING_MBC_TO_UTF8(_In_z_ const char* text, CStringA& result);
+
+/// TO BE DOCUMENTED
+/// @ordinal{114}
+ZERATOOLS_API(void) ZERA_TOOLS_STRING_UC_TO_UTF8(_In_z_ const wchar_t* text, CStringA& result);
+
+/// TO BE DOCUMENTED
+/// @ordinal{115}
+ZERATOOLS_API(void) ZERA_TOOLS_STRING_UTF8_TO_MBC(_In_z_ const char* text, CStringA& result);
+
+/// TO BE DOCUMENTED
+/// @ordinal{116}
+ZERATOOLS_API(void) ZERA_TOOLS_STRING_UTF8_TO_UC(_In_z_ const char* text, CStringW& result);
+
+/// TO BE DOCUMENTED
+/// @ordinal{117}
+ZERATOOLS_API(void) ZERA_TOOLS_STRING_UC_TO_HEX(_In_z_ const wchar_t* text, CStringW& result);
+
+/// TO BE DOCUMENTED
+/// @ordinal{118}
+ZERATOOLS_API(void) ZERA_TOOLS_STRING_HEX_TO_UC(_In_z_ const wchar_t* text, CStringW& result);
+
+// --------------------------------------------------------------------------------------------------
+// Encryption
+//
+
+/// TO BE DOCUMENTED
+/// @ordinal{1071}
+ZERATOOLS_API(int)
+ZERA_TOOLS_ENC_UC(const CArray<BYTE, const BYTE&>& passPhrase, const CArray<BYTE, const BYTE&>& plain,
+                  CStringW& text, BOOL hex);
+
+/// TO BE DOCUMENTED
+/// @ordinal{1072}
+ZERATOOLS_API(int)
+ZERA_TOOLS_DEC_UC(const CArray<BYTE, const BYTE&>& passPhrase, _In_z_ const wchar_t* text, BOOL hex,
+                  CArray<BYTE, const BYTE&>& plain);
+
+/// TO BE DOCUMENTED
+/// @ordinal{75}
+ZERATOOLS_API(int)
+ZERA_TOOLS_ENC_STRING_S(_In_z_ const char* passPhrase, const CStringA& plain, CStringA& text);
+
+/// TO BE DOCUMENTED
+/// @ordinal{1075}
+ZERATOOLS_API(int)
+ZERA_TOOLS_ENC_STRING_S_UC(_In_z_ const wchar_t* passPhrase, const CStringW& plain, CStringW& text);
+
+/// TO BE DOCUMENTED
+/// @ordinal{77}
+ZERATOOLS_API(int)
+ZERA_TOOLS_ENC_STRING_L(_In_z_ const char* passPhrase, const CStringA& plain, CStringA& text);
+
+/// TO BE DOCUMENTED
+/// @ordinal{1077}
+ZERATOOLS_API(int)
+ZERA_TOOLS_ENC_STRING_L_UC(_In_z_ const wchar_t* passPhrase, const CStringW& plain, CStringW& text);
+
+/// TO BE DOCUMENTED
+/// @ordinal{76}
+ZERATOOLS_API(int)
+ZERA_TOOLS_DEC_STRING(_In_z_ const char* passPhrase, const CStringA& text, CStringA& plain);
+
+/// TO BE DOCUMENTED
+/// @ordinal{1076}
+ZERATOOLS_API(int)
+ZERA_TOOLS_DEC_STRING_UC(_In_z_ const wchar_t* passPhrase, _In_z_ const wchar_t* text, CStringW& plain);
+
+// --------------------------------------------------------------------------------------------------
+// Where an application keeps its files
+//
+
+/// TO BE DOCUMENTED
+/// @ordinal{200}
+ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_GET_INIFILE_MBC(_In_opt_ HMODULE module, CStringA& file);
+
+/// TO BE DOCUMENTED
+/// @ordinal{201}
+ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_GET_INIFILE_UC(_In_opt_ HMODULE module, CStringW& file);
+
+/// TO BE DOCUMENTED
+/// @ordinal{207}
+ZERATOOLS_API(int)
+ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_MBC(_In_opt_ HMODULE module, CStringA& file, _Out_ int* copied);
+
+/// TO BE DOCUMENTED
+/// @ordinal{208}
+ZERATOOLS_API(int)
+ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_UC(_In_opt_ HMODULE module, CStringW& file, _Out_ int* copied);
+
+/// TO BE DOCUMENTED
+/// @ordinal{209}
+ZERATOOLS_API(int)
+ZERA_TOOLS_APPLICATION_GET_APPDATAFILES_UC(_In_opt_ HMODULE module, CStringW& commonData, CStringW& userData);
+
+// --------------------------------------------------------------------------------------------------
+// Thread messages
+//
+
+/// TO BE DOCUMENTED
+/// @ordinal{92}
+ZERATOOLS_API(int)
+ZERA_TOOLS_POSTTHREADMESSAGE(CWinThread* thread, UINT message, WPARAM wParam, LPARAM lParam);
+
+#endif  // __cplusplus
+
+#ifdef __cplusplus
+}  // extern "C"
+#endif
+
+#endif  // ZERATOOLS_H

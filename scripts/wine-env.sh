@@ -1,0 +1,47 @@
+# Sourced by the scripts that use Wine, after they set $top: where Wine is, what it may see.
+
+for WINE in /usr/lib/wine/wine64 wine64 wine; do
+  WINE=$(command -v "$WINE" || true)
+  [ -n "$WINE" ] && break
+done
+
+export WINEPREFIX=${ZERA_PREFIX:-$top/build/wine-tests}
+export WINEARCH=win64
+export WINEDEBUG=${ZERA_WINEDEBUG:--all}
+export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
+export HOME=$top/build/home XDG_CACHE_HOME=$top/build/home XDG_CONFIG_HOME=$top/build/home
+export XDG_DATA_HOME=$top/build/home
+unset DISPLAY WAYLAND_DISPLAY
+# Wine takes the ANSI code page from the locale's name, whether that locale is installed or not:
+# en_US gives 1252, ja_JP gives 932. (Set for Wine alone; the shell would complain.)
+wine() { env LC_ALL="${ZERA_LOCALE:-en_US.UTF-8}" "$WINE" "$@"; }
+
+# The program stops here unless the prefix shows drive C: and the build folder as X:, nothing else.
+wine_assert_cut_off() {
+  local prefix=$1 entry
+  if [ ! -e "$prefix/cut-off" ]; then
+    echo "wine-env: there is no prepared prefix at $prefix; run scripts/prefix.sh" >&2
+    exit 125
+  fi
+  for entry in "$prefix"/dosdevices/*; do
+    case ${entry##*/} in
+      c:) [ "$(readlink "$entry")" = ../drive_c ] && continue ;;
+      x:) [ "$(realpath "$entry")" = "$top/build" ] && continue ;;
+      com[0-9]* | lpt[0-9]*) continue ;;  # ports, listed whenever Wine's server starts; no files
+    esac
+    echo "wine-env: the prefix shows more than the build: $entry -> $(readlink "$entry")" >&2
+    exit 125
+  done
+}
+
+# Ends the Wine server of this prefix and removes the folder it keeps for its socket.
+wine_stop() {
+  [ -d "$WINEPREFIX" ] || return 0
+  local server dir
+  server=$(command -v wineserver || echo /usr/lib/wine/wineserver)
+  "$server" -k 2>/dev/null || true
+  "$server" -w 2>/dev/null || true
+  dir=/tmp/.wine-$(id -u)
+  rm -rf "$dir/$(stat -c 'server-%D-%i' "$WINEPREFIX" | awk -F- '{printf "%s-%s-%x", $1, $2, $3}')"
+  rmdir "$dir" 2>/dev/null || true
+}
