@@ -10,9 +10,7 @@ std::size_t PathLength(const wchar_t* path) {
   return ::wcsnlen(path, _MAX_PATH);
 }
 
-bool IsUsablePath(const wchar_t* path) {
-  return path && path[0] && PathLength(path) < _MAX_PATH && !std::wcspbrk(path, L"*?");
-}
+bool IsUsablePath(const wchar_t* path) { return path && path[0] && PathLength(path) < _MAX_PATH; }
 
 // Some files refuse even a query of their attributes (the page file, files that others hold in a
 // special way); the folder's list still tells their data.
