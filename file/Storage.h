@@ -9,5 +9,6 @@ namespace file {
 int CheckWrite(const wchar_t* path);
 float GetFreeDiskGb(wchar_t driveLetter);
 int GetVersion(const wchar_t* path, wchar_t* version, std::size_t capacity);
+int GetVersion(const wchar_t* path, char* version, std::size_t capacity);
 
 }  // namespace file

@@ -433,30 +433,66 @@ ZERA_TOOLS_FILE_FROM_BUFFER_UC(_In_z_ const wchar_t* path,
 
 // --------------------------------------------------------------------------------------------------
 // Storage: write check, free space, version
-//
+// Plain variants convert their text and then do what the UTF-16 variant does, except where they say
+// otherwise. Exceptions: none of their own.
 
-/// TO BE DOCUMENTED
+/// Tells whether a file can be written, and makes the missing folders of its path.
+///
+/// A path with a folder, a name and an extension that exists is opened for writing and closed at once;
+/// nothing is created or changed, and nothing else is tried. Any other path is judged by its folder, where
+/// a probe file (sixteen hexadecimal digits and ".$$$") is created and deleted at once. If it cannot be
+/// created, the folders on the way are tried the same way from the root down, each one that no file can
+/// be created in is made, and the probe is tried once more. Folders that were made stay.
+///
+/// A name without an extension counts as a file in its folder: no folder of that name is ever made. Only
+/// backslashes part the folders that are made.
+///
+/// @param path  a file, or a folder ending in a backslash. A path whose folder leaves no room for the
+///              probe below 260 characters, or with a component beyond its limit (drive 2, directory, name
+///              and extension 255 characters), is not writable; a path without a folder means the current
+///              folder, and so does an empty text.
+/// @return 1 if it can be written, else 0 for whatever reason
 /// @ordinal{31}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_CHECK_WRITE(_In_z_ const char* path);
 
-/// As #ZERA_TOOLS_FILE_CHECK_WRITE, with UTF-16 text.
+/// As #ZERA_TOOLS_FILE_CHECK_WRITE, with UTF-16 text; a null path gives 0.
 /// @ordinal{1031}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_CHECK_WRITE_UC(_In_z_ const wchar_t* path);
 
-/// TO BE DOCUMENTED
+/// Gives the space on a drive that is free to the caller.
+///
+/// KEPT FOR HOSTS: above 4 GiB the result is a little too small (each 4 GiB count as 65535 x 65535 bytes),
+/// and for a drive that only tells its free clusters it is in kilobytes.
+///
+/// @param driveLetter  the drive's letter; taken as a number, without conversion
+/// @return free gigabytes (1024 x 1024 x 1024 bytes); 0 when the drive does not answer
 /// @ordinal{9}
 ZERATOOLS_API(float) ZERA_TOOLS_FILE_GET_FREEDISK_GB(char driveLetter);
 
-/// As #ZERA_TOOLS_FILE_GET_FREEDISK_GB, with UTF-16 text.
+/// As #ZERA_TOOLS_FILE_GET_FREEDISK_GB, with a UTF-16 letter.
 /// @ordinal{1009}
 ZERATOOLS_API(float) ZERA_TOOLS_FILE_GET_FREEDISK_GB_UC(wchar_t driveLetter);
 
-/// TO BE DOCUMENTED
+/// Gives the version of a module (program or library) as text: "2.5.3.7".
+///
+/// KEPT FOR HOSTS: the first number is the product version's, the others are the file version's.
+///
+/// @param path      the module
+/// @param version   receives the text, or an empty one when the result is 0
+/// @param capacity  room at `version` in characters, not bytes, terminator included; 24 always suffice
+/// @return 1 if the module has a version and it fits, else 0. A buffer that is too small or null is no
+///         invalid parameter here.
 /// @ordinal{34}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_GET_VERSION(_In_z_ const char* path, _Out_writes_z_(capacity) char* version, size_t capacity);
 
-/// As #ZERA_TOOLS_FILE_GET_VERSION, with UTF-16 text.
+/// As #ZERA_TOOLS_FILE_GET_VERSION, with UTF-16 text; a buffer that is too small or null is an invalid
+/// parameter.
+///
+/// @param path      the module
+/// @param version   receives the text, or an empty one when the result is 0
+/// @param capacity  room at `version` in characters, not bytes, terminator included; 24 always suffice
+/// @return 1 if the module has a version, else 0
 /// @ordinal{1034}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_GET_VERSION_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity) wchar_t* version,
