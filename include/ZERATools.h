@@ -318,9 +318,21 @@ ZERA_TOOLS_FILE_ADD_IDX_NAME_UC(_Inout_updates_z_(capacity) wchar_t* path, size_
 
 // --------------------------------------------------------------------------------------------------
 // One file
+// Plain variants convert their text from the ANSI code page and do what the _UC variants do.
 //
+// A path that does not exist is an ordinary answer, never an exception. So is a path that cannot be asked
+// for: a null or empty one, one of 260 characters or more, one with the wildcards * or ?. All count as
+// missing. A folder counts as a path of size 0.
+//
+// Nothing is locked. What other processes may hold for a moment is tried again, with short sleeps on the
+// calling thread; the answer is what the disk says afterwards, not what the last attempt reported.
 
-/// TO BE DOCUMENTED
+/// Tells whether a file or folder exists.
+///
+/// KEPT FOR HOSTS: an empty file or a folder is asked for twice, the second time by its full name.
+///
+/// @param path      of a file or folder, with or without a backslash at its end
+/// @return 1 if it exists, else 0
 /// @ordinal{1}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_EXIST(_In_z_ const char* path);
 
@@ -328,7 +340,13 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_EXIST(_In_z_ const char* path);
 /// @ordinal{1001}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_EXIST_UC(_In_z_ const wchar_t* path);
 
-/// TO BE DOCUMENTED
+/// Deletes a file.
+///
+/// Tries up to 25 times with 10 milliseconds after each attempt, so a file that stays in use costs about a
+/// quarter of a second. A folder is not deleted, but costs as much.
+///
+/// @param path      of the file
+/// @return 1 if it is gone, also when it never existed; 0 if it is still there after all attempts
 /// @ordinal{2}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE(_In_z_ const char* path);
 
@@ -336,7 +354,13 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE(_In_z_ const char* path);
 /// @ordinal{1002}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE_UC(_In_z_ const wchar_t* path);
 
-/// TO BE DOCUMENTED
+/// Gives the size of a file.
+///
+/// KEPT FOR HOSTS: 32 bits wide. A file of 4 GiB or more gives its size modulo 4 GiB, so one of exactly
+/// 4 GiB gives 0.
+///
+/// @param path      of the file
+/// @return the size in bytes; 0 for a folder, and when it is missing or cannot be read
 /// @ordinal{4}
 ZERATOOLS_API(unsigned int) ZERA_TOOLS_FILE_GET_SIZE(_In_z_ const char* path);
 
@@ -344,7 +368,19 @@ ZERATOOLS_API(unsigned int) ZERA_TOOLS_FILE_GET_SIZE(_In_z_ const char* path);
 /// @ordinal{1004}
 ZERATOOLS_API(unsigned int) ZERA_TOOLS_FILE_GET_SIZE_UC(_In_z_ const wchar_t* path);
 
-/// TO BE DOCUMENTED
+/// Tells whether a text occurs in a path's extension, ignoring case.
+///
+/// The path is only text; nothing is looked up on the disk. The extension is that of
+/// #ZERA_TOOLS_FILE_GET_EXT, with its period. A component longer than its limit is an invalid parameter, as
+/// it is there; with a handler that returns, the path counts as one without extension. A null path is one as
+/// well in the _UC variant, an empty path in the plain one.
+///
+/// KEPT FOR HOSTS: the text is looked for anywhere in the extension: "txt", ".txt", "TX" and "t" are all
+/// found in ".txt", and an empty text in every path, even in one without extension.
+///
+/// @param path      any text
+/// @param extension the text to look for, with or without period; null counts as empty
+/// @return 1 if it occurs, else 0
 /// @ordinal{5}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_HAS_EXTENSION(_In_z_ const char* path, _In_z_ const char* extension);
 
@@ -353,7 +389,17 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_HAS_EXTENSION(_In_z_ const char* path, _In_z_
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_HAS_EXTENSION_UC(_In_z_ const wchar_t* path, _In_z_ const wchar_t* extension);
 
-/// TO BE DOCUMENTED
+/// Waits until a file exists and is not empty.
+///
+/// Looks, and sleeps 20 milliseconds after each look in vain; `timeoutMs` / 20 looks in all, the last one
+/// followed by its sleep as well. A folder and an empty file are waited for like a missing file.
+///
+/// KEPT FOR HOSTS: a time-out below 20 milliseconds, 0 among them, sets no limit: the call returns only when
+/// the file is there.
+///
+/// @param path      of the file
+/// @param timeoutMs in milliseconds
+/// @return 1 as soon as the file has content, 0 when the time-out has run out
 /// @ordinal{6}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_WAIT_FOR_FILE(_In_z_ const char* path, unsigned int timeoutMs);
 
@@ -361,7 +407,18 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_WAIT_FOR_FILE(_In_z_ const char* path, unsign
 /// @ordinal{1006}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_WAIT_FOR_FILE_UC(_In_z_ const wchar_t* path, unsigned int timeoutMs);
 
-/// TO BE DOCUMENTED
+/// Renames or moves a file, in place of one that the new path may name.
+///
+/// An existing file at the new path is deleted first, as #ZERA_TOOLS_FILE_DELETE does it; if that fails, the
+/// old file is left alone. Then tries up to 10 times, with 10 milliseconds after each attempt in vain.
+///
+/// KEPT FOR HOSTS: the result depends on the old path alone; whether the new path exists afterwards is not
+/// looked at. Two texts that name the same file, and be it in other case, delete it and give 0.
+///
+/// @param oldPath   of the file
+/// @param newPath   the path it gets; its folder must exist
+/// @return 1 if the old path is gone after an attempt; 0 if it was missing before one, if it is still there
+///         after all of them, or if the file at the new path could not be deleted
 /// @ordinal{7}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_RENAME(_In_z_ const char* oldPath, _In_z_ const char* newPath);
 
@@ -369,7 +426,15 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_RENAME(_In_z_ const char* oldPath, _In_z_ con
 /// @ordinal{1007}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_RENAME_UC(_In_z_ const wchar_t* oldPath, _In_z_ const wchar_t* newPath);
 
-/// TO BE DOCUMENTED
+/// Gives the time when a file or folder was last modified.
+///
+/// @param path      of the file or folder
+/// @param time      receives it in seconds since 1 January 1970 UTC; when the path is missing, 1 January
+/// 1980,
+///                  01:00:00 local standard time. May be null.
+/// @return 1 if the path exists, else 0
+/// @exception COleException with E_INVALIDARG, should the C runtime be unable to convert that local time;
+///            `time` is not written then
 /// @ordinal{27}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_GET_TIME_MODIFIED(_In_z_ const char* path, _Out_ __int64* time);
 
@@ -379,9 +444,25 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_GET_TIME_MODIFIED_UC(_In_z_ const wchar_t* pa
 
 // --------------------------------------------------------------------------------------------------
 // Contents of one file
+// Plain variants convert their text from the ANSI code page and do what the _UC variants do.
 //
+// A file that is read may be read by others meanwhile, but not written. A path that cannot be opened (also
+// a null or empty one, one of 260 characters or more, a folder) gives 0. Nothing that was written is taken
+// back after a failure.
 
-/// TO BE DOCUMENTED
+/// Copies a file's content to another path, byte for byte, in blocks of 4096 bytes.
+///
+/// The target is made, or emptied first if it exists; nobody else can open it meanwhile. If it cannot be
+/// opened, #ZERA_TOOLS_FILE_CHECK_WRITE is asked, which makes missing folders, and if that says 1, the target
+/// is tried once more. Times and attributes are not carried over.
+///
+/// @param source    of the file to read
+/// @param target    of the file to write; the same text as `source`, exactly, is a success that touches
+/// nothing
+/// @return 1 when copied, 0 if one of the two cannot be opened
+/// @exception CFileException when a read or write fails, or closing the target; both files are closed, a
+/// partly
+///            written target stays
 /// @ordinal{16}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_COPY(_In_z_ const char* source, _In_z_ const char* target);
 
@@ -389,7 +470,14 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_COPY(_In_z_ const char* source, _In_z_ const 
 /// @ordinal{1016}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_COPY_UC(_In_z_ const wchar_t* source, _In_z_ const wchar_t* target);
 
-/// TO BE DOCUMENTED
+/// Tells whether two files have the same content.
+///
+/// Sizes are compared first, with #ZERA_TOOLS_FILE_GET_SIZE, then the bytes in blocks of 4096.
+///
+/// @param first     of one file
+/// @param second    of the other; the same text as `first`, exactly, gives 1 even if there is no such file
+/// @return 1 when equal; 0 when not, or when one of the two cannot be opened
+/// @exception CFileException when a read fails; both files are closed
 /// @ordinal{17}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_COMPARE(_In_z_ const char* first, _In_z_ const char* second);
 
@@ -397,7 +485,10 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_COMPARE(_In_z_ const char* first, _In_z_ cons
 /// @ordinal{1017}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_COMPARE_UC(_In_z_ const wchar_t* first, _In_z_ const wchar_t* second);
 
-/// TO BE DOCUMENTED
+/// Makes an empty file, unless the path exists already.
+///
+/// @param path      of the file; its folder must exist. What exists, be it a folder, is left as it is.
+/// @return 1 if the path existed or was made, else 0
 /// @ordinal{19}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_CREATE(_In_z_ const char* path);
 
@@ -405,7 +496,18 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_CREATE(_In_z_ const char* path);
 /// @ordinal{1019}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_CREATE_UC(_In_z_ const wchar_t* path);
 
-/// TO BE DOCUMENTED
+/// Reads a whole file into a buffer, in one request.
+///
+/// KEPT FOR HOSTS: an empty file cannot be read so, and the size is that of #ZERA_TOOLS_FILE_GET_SIZE: of a
+/// file of 4 GiB or more, as many bytes are read as its size has modulo 4 GiB.
+///
+/// @param path      of the file
+/// @param buffer    receives the bytes; untouched when the file is missing, empty or larger than `capacity`
+/// @param capacity  room at `buffer` in bytes
+/// @param count     receives the number of bytes read, 0 after a failed read; untouched when nothing could be
+///                  read at all: no such file, an empty one, one larger than `capacity`, or one that cannot
+///                  be opened. May be null.
+/// @return 1 when all bytes were read; 0 when not, also when the file became shorter meanwhile
 /// @ordinal{25}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_TO_BUFFER(_In_z_ const char* path,
@@ -419,7 +521,15 @@ ZERA_TOOLS_FILE_TO_BUFFER_UC(_In_z_ const wchar_t* path,
                              _Out_writes_bytes_to_(capacity, *count) unsigned char* buffer,
                              unsigned __int64 capacity, _Out_ unsigned __int64* count);
 
-/// TO BE DOCUMENTED
+/// Writes a buffer as a file, in one request. The file is made, or emptied first if it exists; nobody else
+/// can open it meanwhile.
+///
+/// KEPT FOR HOSTS: the request's count has 32 bits; 4 GiB or more are taken modulo 4 GiB.
+///
+/// @param path      of the file; its folder must exist
+/// @param buffer    the bytes
+/// @param count     how many; 0 makes an empty file
+/// @return 1 when written; 0 if the file cannot be opened, or not written in full
 /// @ordinal{26}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_FROM_BUFFER(_In_z_ const char* path, _In_reads_bytes_(count) const unsigned char* buffer,
