@@ -30,10 +30,8 @@ auto EnterUnguarded(Body&& body) -> decltype(body()) {
 // comes back on every way out.
 template <class Body>
 auto Enter(Body&& body) -> decltype(body()) {
-  return EnterUnguarded([&]() -> decltype(body()) {
-    AFX_MANAGE_STATE(AfxGetStaticModuleState());
-    return body();
-  });
+  return EnterUnguarded(
+      [&]() -> decltype(body()) { return framework::CallInModuleState(AfxGetStaticModuleState(), body); });
 }
 
 }  // namespace frame

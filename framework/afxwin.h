@@ -1,6 +1,8 @@
 // afxwin.h: the application object and the per-thread module state.
 #pragma once
 
+#include <type_traits>
+
 #include "afx.h"
 
 struct AFX_MSGMAP_ENTRY {
@@ -67,3 +69,27 @@ class AFX_MAINTAIN_STATE2 {
 };
 
 #define AFX_MANAGE_STATE(state) const AFX_MAINTAIN_STATE2 afxModuleStateGuard(state)
+
+namespace framework {
+
+/// Where module_state.S keeps the caller's state, in pointers from its stack pointer.
+constexpr int kSavedModuleState = 4;
+
+extern "C" void zera_call_in_module_state(AFX_MODULE_STATE* state, void (*work)(void*), void* argument);
+
+/// Calls `body` with a module state current, as AFX_MANAGE_STATE does for a block, and restores the one
+/// before also when a host's own exception passes through, which runs no destructor of ours.
+template <class Body>
+auto CallInModuleState(AFX_MODULE_STATE* state, Body& body) -> decltype(body()) {
+  if constexpr (std::is_void_v<decltype(body())>) {
+    zera_call_in_module_state(
+        state, [](void* work) { (*static_cast<Body*>(work))(); }, &body);
+  } else {
+    decltype(body()) result;
+    auto keep = [&] { result = body(); };
+    CallInModuleState(state, keep);
+    return result;
+  }
+}
+
+}  // namespace framework

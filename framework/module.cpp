@@ -1,12 +1,12 @@
 #include "afxwin.h"
 
+#include <utility>
+
+#include "thread_storage.h"
+
 namespace {
 
 AFX_MODULE_STATE moduleState;
-
-// The platform's own thread-local storage: the compiler's is emulated on this toolchain, and slow.
-// Taken when the module is loaded, before any thread can call; see module_entry.cpp.
-DWORD stateIndex = TLS_OUT_OF_INDEXES;
 
 }  // namespace
 
@@ -42,18 +42,20 @@ AFX_MODULE_STATE* AfxGetStaticModuleState() {
 }
 
 AFX_MODULE_STATE* AfxGetModuleState() {
-  return static_cast<AFX_MODULE_STATE*>(::TlsGetValue(stateIndex));
+  return framework::CurrentThread().moduleState;
 }
 
 AFX_MODULE_STATE* AfxSetModuleState(AFX_MODULE_STATE* state) {
-  AFX_MODULE_STATE* const previous = AfxGetModuleState();
-  if (previous != state) ::TlsSetValue(stateIndex, state);
-  return previous;
+  return std::exchange(framework::CurrentThread().moduleState, state);
+}
+
+// Called while an exception of any kind leaves CallInModuleState.
+extern "C" EXCEPTION_DISPOSITION zera_restore_module_state(EXCEPTION_RECORD*, void* frame, CONTEXT*, void*) {
+  AfxSetModuleState(static_cast<AFX_MODULE_STATE**>(frame)[framework::kSavedModuleState]);
+  return ExceptionContinueSearch;
 }
 
 BOOL AfxInitModule(HINSTANCE instance) {
-  stateIndex = ::TlsAlloc();
-  if (stateIndex == TLS_OUT_OF_INDEXES) return FALSE;
   moduleState.m_hCurrentInstanceHandle = instance;
   const AFX_MAINTAIN_STATE2 guard(&moduleState);
   CWinApp* const app = AfxGetApp();
@@ -61,7 +63,6 @@ BOOL AfxInitModule(HINSTANCE instance) {
 }
 
 void AfxTermModule() {
-  if (stateIndex == TLS_OUT_OF_INDEXES) return;
   const AFX_MAINTAIN_STATE2 guard(&moduleState);
   if (CWinApp* const app = AfxGetApp()) app->ExitInstance();
 }

@@ -1,13 +1,9 @@
 #include "afxwin.h"
-#include "unload.h"
 
-// Loading a regular library of the framework: its application object starts, or loading fails. The
-// thread-local-storage index of the module state goes with the others when the library is unloaded.
-extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved) {
+// Loading a regular library of the framework: its application object starts, or loading fails. Threads
+// that come and go make no work of the library's own.
+extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
   if (reason == DLL_PROCESS_ATTACH) return AfxInitModule(instance);
-  if (reason == DLL_PROCESS_DETACH) {
-    AfxTermModule();
-    if (reserved) framework::KeepForProcessExit();
-  }
+  if (reason == DLL_PROCESS_DETACH) AfxTermModule();
   return TRUE;
 }
