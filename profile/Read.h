@@ -6,6 +6,11 @@
 
 namespace profile {
 
+// Looks at the key alone.
+void ReadString(const char* section, const char* key, const char* file, const char* defaultText, char* text,
+                std::size_t capacity);
+
+// Looks at the key's companions first.
 void ReadString(const wchar_t* section, const wchar_t* key, const wchar_t* file, const wchar_t* defaultText,
                 wchar_t* text, std::size_t capacity);
 

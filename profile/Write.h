@@ -4,6 +4,7 @@
 
 namespace profile {
 
+// Writes the key and brings its companions into line. 1, always.
 int WriteString(const wchar_t* section, const wchar_t* key, const wchar_t* file, const wchar_t* value);
 
 }  // namespace profile
