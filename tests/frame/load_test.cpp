@@ -23,16 +23,20 @@ int FreeTlsIndexes() {
   return static_cast<int>(taken.size());
 }
 
-// What is allocated from the process's heap, which is also the C runtime's.
+// What is allocated from the process's heaps; the C runtime's is one of them.
 long long HeapBytes() {
+  HANDLE heaps[64];
+  const DWORD count = ::GetProcessHeaps(ARRAYSIZE(heaps), heaps);
+  EXPECT_LE(count, ARRAYSIZE(heaps));
   long long sum = 0;
-  PROCESS_HEAP_ENTRY entry = {};
-  const HANDLE heap = ::GetProcessHeap();
-  ::HeapLock(heap);
-  while (::HeapWalk(heap, &entry)) {
-    if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) sum += entry.cbData;
+  for (DWORD at = 0; at < count; ++at) {
+    PROCESS_HEAP_ENTRY entry = {};
+    ::HeapLock(heaps[at]);
+    while (::HeapWalk(heaps[at], &entry)) {
+      if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) sum += entry.cbData;
+    }
+    ::HeapUnlock(heaps[at]);
   }
-  ::HeapUnlock(heap);
   return sum;
 }
 
