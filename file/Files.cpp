@@ -69,18 +69,16 @@ unsigned int GetSize(const wchar_t* path) {
 
 int HasExtension(const wchar_t* path, const wchar_t* extension) {
   const Text<wchar_t> whole(path, path ? Length(path, kMostPath + 1) : 0);
-  Parts<wchar_t> parts = Split(whole, LeadBytes());
-  if (!path || !parts.Fit()) {
-    RejectParameter<wchar_t>(nullptr, 0);
-    parts = {};
-  }
+  const Parts<wchar_t> parts = Split(whole, LeadBytes());
+  // The splitter empties all components when one is beyond its limit.
+  const Text<wchar_t> within = parts.Fit() ? parts.extension : Text<wchar_t>();
   const Text<wchar_t> text(extension, extension ? Length(extension, kMostComponent + 1) : 0);
   const auto fold = [](const wchar_t* from, wchar_t* to, std::size_t count) {
     std::char_traits<wchar_t>::copy(to, from, count);
     ::CharUpperBuffW(to, static_cast<DWORD>(count));
   };
   // KEPT FOR HOSTS: contained, not equal; hosts pass "ini", ".ini" and beginnings like "htm" alike.
-  return OccursIgnoringCase(text, parts.extension, fold);
+  return OccursIgnoringCase(text, within, fold);
 }
 
 int WaitForFile(const wchar_t* path, unsigned int timeoutMs) {

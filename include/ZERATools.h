@@ -371,9 +371,8 @@ ZERATOOLS_API(unsigned int) ZERA_TOOLS_FILE_GET_SIZE_UC(_In_z_ const wchar_t* pa
 /// Tells whether a text occurs in a path's extension, ignoring case.
 ///
 /// The path is only text; nothing is looked up on the disk. The extension is that of
-/// #ZERA_TOOLS_FILE_GET_EXT, with its period. A component longer than its limit is an invalid parameter, as
-/// it is there; with a handler that returns, the path counts as one without extension. A null path is one as
-/// well in the _UC variant, an empty path in the plain one.
+/// #ZERA_TOOLS_FILE_GET_EXT, with its period. A path with a component longer than its limit counts as one
+/// without extension, and so does a null path.
 ///
 /// KEPT FOR HOSTS: the text is looked for anywhere in the extension: "txt", ".txt", "TX" and "t" are all
 /// found in ".txt", and an empty text in every path, even in one without extension.
