@@ -1,0 +1,177 @@
+#include "Encrypt.h"
+
+#include <cstdarg>
+#include <cwchar>
+
+#include "CipherText.h"
+
+namespace {
+
+using crypt::ByteArray;
+
+// An array as a host may hand it over: with bytes, or empty, or broken.
+std::size_t CheckedSize(const ByteArray& bytes) {
+  if (bytes.GetSize() < 0 || (bytes.GetSize() != 0 && !bytes.GetData())) AfxThrowInvalidArgException();
+  return static_cast<std::size_t>(bytes.GetSize());
+}
+
+void Copy(BYTE* to, const ByteArray& from, std::size_t size) {
+  if (size != 0) std::memcpy(to, from.GetData(), size);
+}
+
+// The longest text that a string object holds.
+constexpr std::size_t kLongest = 0x7FFFFFEF;
+
+template <class Char>
+void Store(const BYTE* bytes, std::size_t count, BOOL hex, CStringT<Char>& text) {
+  const std::size_t length = hex ? 2 * count : crypt::DecimalLength(bytes, count);
+  if (length == 0) return;
+  if (length > kLongest) AfxThrowMemoryException();
+  Char* const out = text.GetBuffer(static_cast<int>(length));
+  hex ? crypt::WriteHex(bytes, count, out) : crypt::WriteDecimal(bytes, count, out);
+  text.ReleaseBufferSetLength(static_cast<int>(length));
+}
+
+// The shared C runtime's own scanner. The usual name is the compiler's own on this toolchain.
+int Scan(const wchar_t* text, const wchar_t* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  const int values =
+      ::__stdio_common_vswscanf(0, text, static_cast<std::size_t>(-1), format, nullptr, arguments);
+  va_end(arguments);
+  return values;
+}
+
+// One byte from two characters, as the C runtime's "%X" reads them.
+bool ReadPiece(const wchar_t* piece, BYTE& byte) {
+  const unsigned high = crypt::HexDigit(piece[0]);
+  const unsigned low = crypt::HexDigit(piece[1]);
+  if (high < 16 && low < 16) {
+    byte = static_cast<BYTE>(high << 4 | low);
+    return true;
+  }
+  // KEPT FOR HOSTS: "%X" also reads one digit with something behind it, a space or a sign before it.
+  // Stored texts that were damaged or edited decrypt the way they always did; what exactly counts as a
+  // space or a digit is the runtime's own matter.
+  const wchar_t text[3] = {piece[0], piece[1], 0};
+  unsigned value = 0;
+  if (Scan(text, L"%X", &value) != 1) return false;
+  byte = static_cast<BYTE>(value);
+  return true;
+}
+
+bool ReadCipher(const wchar_t* text, std::size_t count, BOOL hex, BYTE* bytes) {
+  for (std::size_t i = 0; i < count; ++i) {
+    if (!hex) {
+      bytes[i] = static_cast<BYTE>(text[i]);
+    } else if (!ReadPiece(text + 2 * i, bytes[i])) {
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+CEncrypt::~CEncrypt() {
+  Release();
+  crypt::WipeAndEmpty(m_key);
+}
+
+BOOL CEncrypt::Init() {
+  Release();
+  if (!::CryptAcquireContextW(&m_hProvider, nullptr, nullptr, PROV_RSA_FULL, 0)) {
+    // Captured at once: the error belongs to this call and to no other. The default key container of a
+    // user who never had one does not exist yet. With any other error the next step fails without a
+    // provider.
+    const bool noContainer = ::GetLastError() == static_cast<DWORD>(NTE_BAD_KEYSET);
+    m_hProvider = 0;
+    if (noContainer &&
+        !::CryptAcquireContextW(&m_hProvider, nullptr, nullptr, PROV_RSA_FULL, CRYPT_NEWKEYSET)) {
+      m_hProvider = 0;
+      return FALSE;
+    }
+  }
+  if (!::CryptCreateHash(m_hProvider, CALG_MD5, 0, 0, &m_hHash)) {
+    m_hHash = 0;
+    return FALSE;
+  }
+  // An empty array has no storage, and not every provider takes a null pointer for zero bytes.
+  const BYTE nothing = 0;
+  const BYTE* const bytes = m_key.GetData() ? m_key.GetData() : &nothing;
+  if (!::CryptHashData(m_hHash, bytes, static_cast<DWORD>(m_key.GetSize()), 0)) return FALSE;
+  if (!::CryptDeriveKey(m_hProvider, CALG_RC4, m_hHash, CRYPT_EXPORTABLE, &m_hKey)) {
+    m_hKey = 0;
+    return FALSE;
+  }
+  return TRUE;
+}
+
+void CEncrypt::Release() noexcept {
+  if (m_hKey) ::CryptDestroyKey(m_hKey);
+  m_hKey = 0;
+  if (m_hHash) ::CryptDestroyHash(m_hHash);
+  m_hHash = 0;
+  if (m_hProvider) ::CryptReleaseContext(m_hProvider, 0);
+  m_hProvider = 0;
+}
+
+BOOL CEncrypt::EncryptBuffer(BYTE* buffer, DWORD* length, DWORD capacity) {
+  return ::CryptEncrypt(m_hKey, 0, TRUE, 0, buffer, length, capacity);
+}
+
+BOOL CEncrypt::DecryptBuffer(BYTE* buffer, DWORD* length) {
+  return ::CryptDecrypt(m_hKey, 0, TRUE, 0, buffer, length);
+}
+
+void CEncrypt::TakePassPhrase(const ByteArray& passPhrase) {
+  if (&passPhrase == &m_key) return;
+  const std::size_t size = CheckedSize(passPhrase);
+  // Emptied first, so that no larger block is made from one that is given back unwiped.
+  crypt::WipeAndEmpty(m_key);
+  m_key.SetSize(static_cast<INT_PTR>(size));
+  Copy(m_key.GetData(), passPhrase, size);
+}
+
+template <class Char>
+int CEncrypt::Encrypt(const ByteArray& passPhrase, const ByteArray& plain, CStringT<Char>& text, BOOL hex) {
+  text.Empty();
+  TakePassPhrase(passPhrase);
+  const std::size_t size = CheckedSize(plain);
+  if (size > kLongest) return -1;
+  crypt::WorkBuffer buffer(size);
+  if (!buffer.data()) return -1;
+  Copy(buffer.data(), plain, size);
+  if (!Init()) return -1;
+  DWORD length = static_cast<DWORD>(size);
+  if (!EncryptBuffer(buffer.data(), &length, static_cast<DWORD>(buffer.capacity()))) return -1;
+  Store(buffer.data(), length, hex, text);
+  return text.GetLength();
+}
+
+int CEncrypt::EncryptToText(const ByteArray& passPhrase, const ByteArray& plain, CStringW& text, BOOL hex) {
+  return Encrypt(passPhrase, plain, text, hex);
+}
+
+int CEncrypt::EncryptToText(const ByteArray& passPhrase, const ByteArray& plain, CStringA& text, BOOL hex) {
+  return Encrypt(passPhrase, plain, text, hex);
+}
+
+int CEncrypt::DecryptText(const ByteArray& passPhrase, const wchar_t* text, BOOL hex, ByteArray& plain) {
+  crypt::WipeAndEmpty(plain);
+  TakePassPhrase(passPhrase);
+  const std::size_t characters = text ? std::wcslen(text) : 0;
+  const std::size_t size = hex ? characters / 2 : characters;
+  if (size > kLongest) return -1;
+  crypt::WorkBuffer buffer(size);
+  if (!buffer.data()) return -1;
+  if (!ReadCipher(text, size, hex, buffer.data())) return -1;
+  // KEPT FOR HOSTS: 0, not -1, from here on. Hosts take -1 for a damaged text, and show an empty one
+  // when the platform's service fails.
+  if (!Init()) return 0;
+  DWORD length = static_cast<DWORD>(size);
+  if (!DecryptBuffer(buffer.data(), &length)) return 0;
+  plain.SetSize(static_cast<INT_PTR>(length));
+  if (length != 0) std::memcpy(plain.GetData(), buffer.data(), length);
+  return static_cast<int>(length);
+}

@@ -1,0 +1,120 @@
+#include "Texts.h"
+
+#include "Encrypt.h"
+#include "frame/WideText.h"
+
+namespace crypt {
+namespace {
+
+// The pass phrase and the text may lie in the very string that receives the result. The bytes are
+// taken before the engine empties it.
+template <class Char>
+int EncryptText(const Char* passPhrase, const CStringT<Char>& plain, CStringT<Char>& text, Form form) {
+  constexpr int kShort = 8;
+  const SecretBytes key(passPhrase);
+  const SecretBytes bytes(plain.GetString(), plain.GetLength());
+  CEncrypt engine;
+  const int result = engine.EncryptToText(key, bytes, text, TRUE);
+  // KEPT FOR HOSTS: the result stays the length of the whole cipher text, which hosts compare with the
+  // length of their plain text.
+  if (result != -1 && form == Form::short8) text.Truncate(kShort);
+  return result;
+}
+
+// Decrypts into an array of the library's own and hands out what fits. `key` and `text` are copies.
+int Decrypt(const SecretBytes& key, const frame::WideText& text, UINT hex, void* plain, UINT capacity) {
+  SecretBytes bytes;
+  CEncrypt engine;
+  if (engine.DecryptText(key, text, hex != 0, bytes) == -1) return -1;
+  const auto count = static_cast<std::size_t>(bytes.GetSize());
+  if (count > capacity) return -1;
+  if (count != 0) std::memcpy(plain, bytes.GetData(), count);
+  return static_cast<int>(count);
+}
+
+// Empties a string at the end of a scope, however it is left: until then it may hold the inputs.
+class EmptyAtEnd {
+ public:
+  explicit EmptyAtEnd(CStringW& text) noexcept : text_(text) {}
+  EmptyAtEnd(const EmptyAtEnd&) = delete;
+  EmptyAtEnd& operator=(const EmptyAtEnd&) = delete;
+  ~EmptyAtEnd() { text_.Empty(); }
+
+ private:
+  CStringW& text_;
+};
+
+}  // namespace
+
+int Encrypt(const ByteArray& passPhrase, const ByteArray& plain, CStringW& text, BOOL hex) {
+  CEncrypt engine;
+  return engine.EncryptToText(passPhrase, plain, text, hex);
+}
+
+int Decrypt(const ByteArray& passPhrase, const wchar_t* text, BOOL hex, ByteArray& plain) {
+  CEncrypt engine;
+  return engine.DecryptText(passPhrase, text, hex, plain);
+}
+
+int EncryptToBuffer(const char* passPhrase, int count, char* text, UINT capacity, BOOL hex) {
+  const SecretBytes key(passPhrase);
+  // KEPT FOR HOSTS: only a count of 0 has ever worked. The bytes were to be put into an array of no
+  // elements, which refuses the first one; hosts have learned to expect the exception, and the bytes
+  // themselves are never read.
+  if (count != 0) AfxThrowInvalidArgException();
+  const SecretBytes nothing;
+  CStringA cipher;
+  CEncrypt engine;
+  if (engine.EncryptToText(key, nothing, cipher, hex) == -1) return -1;
+  const int length = cipher.GetLength();
+  if (static_cast<UINT>(length) + 1 > capacity) return -1;
+  ::strcpy_s(text, capacity, cipher);
+  return length;
+}
+
+int DecryptToBuffer(const char* passPhrase, const char* text, UINT hex, BYTE* plain, UINT capacity) {
+  return Decrypt(SecretBytes(passPhrase), frame::WideText(text), hex, plain, capacity);
+}
+
+int EncryptString(const char* passPhrase, const CStringA& plain, CStringA& text, Form form) {
+  return EncryptText(passPhrase, plain, text, form);
+}
+
+int EncryptString(const wchar_t* passPhrase, const CStringW& plain, CStringW& text, Form form) {
+  return EncryptText(passPhrase, plain, text, form);
+}
+
+int DecryptString(const char* passPhrase, const CStringA& text, CStringA& plain) {
+  // KEPT FOR HOSTS: one byte less than the room is used, so 99 bytes are the longest text that comes
+  // back; hosts keep longer ones in pieces.
+  constexpr int kRoom = 100;
+  const SecretBytes key(passPhrase);
+  const frame::WideText cipher(text);
+  char* const out = plain.GetBuffer(kRoom);
+  const int result = Decrypt(key, cipher, TRUE, out, kRoom - 1);
+  if (result == -1) {
+    plain.Empty();
+    return result;
+  }
+  int length = 0;
+  while (length < result && out[length]) ++length;
+  plain.ReleaseBufferSetLength(length);
+  return result;
+}
+
+int DecryptString(const wchar_t* passPhrase, const wchar_t* text, CStringW& plain) {
+  SecretBytes bytes;
+  int result = -1;
+  {
+    const EmptyAtEnd guard(plain);
+    result = Decrypt(SecretBytes(passPhrase), text, TRUE, bytes);
+  }
+  if (result > 0) {
+    wchar_t* const out = plain.GetBuffer(result);
+    for (int i = 0; i < result; ++i) out[i] = bytes[i];
+    plain.ReleaseBufferSetLength(result);
+  }
+  return result;
+}
+
+}  // namespace crypt
