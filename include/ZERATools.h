@@ -928,23 +928,48 @@ ZERATOOLS_API(void*) ZERA_TOOLS_SAFE_NEW(unsigned int size);
 // Languages
 //
 
-/// TO BE DOCUMENTED
+/// Reads the chosen language of the user interface from an application's settings file: section
+/// "Vorgaben", key "Language", one code of three letters in any case.
+///
+/// 0 DEU (also GER), 1 ENG, 2 FRA, 3 NLD, 4 ITA, 5 ESP, 6 PTG, 7 SVE, 8 NOR, 9 CHS, 10 KOR, 11 JPN,
+/// 12 BGR.
+///
+/// @param settingsFile  full path of the file, as #ZERA_TOOLS_APPLICATION_GET_INIFILE_MBC gives it
+/// @return the language's number; 0 (German) without an entry and for any text that is not exactly a code,
+///         blanks in front or behind included
 /// @ordinal{202}
 ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_MBC(_In_z_ const char* settingsFile);
 
-/// TO BE DOCUMENTED
+/// As #ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_MBC, with UTF-16 text.
 /// @ordinal{203}
 ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_UC(_In_z_ const wchar_t* settingsFile);
 
-/// TO BE DOCUMENTED
+/// Saves the choice of a language where #ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_MBC reads it.
+///
+/// @param language      the language's number; any that is not from 1 to 12 saves "DEU"
+/// @param settingsFile  full path of the file; it is made if it is missing, its folder is not
+/// @return 1, always: whether the file could be written is not reported
 /// @ordinal{205}
 ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_SAVE_LANGUAGE_MBC(int language, _In_z_ const char* settingsFile);
 
-/// TO BE DOCUMENTED
+/// As #ZERA_TOOLS_APPLICATION_SAVE_LANGUAGE_MBC, with UTF-16 text.
 /// @ordinal{206}
 ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_SAVE_LANGUAGE_UC(int language, _In_z_ const wchar_t* settingsFile);
 
-/// TO BE DOCUMENTED
+/// Loads the language module of an application: a library with the texts of its user interface, beside
+/// the application's own module.
+///
+/// For "C:\\Prog\\view.exe" and French these files are tried in turn: "C:\\Prog\\view_FRA.dll",
+/// "C:\\Prog\\viewFRA.dll", "C:\\Prog\\view_ENG.dll", "C:\\Prog\\viewENG.dll". The module's own extension
+/// counts as three letters.
+///
+/// The module is loaded as an ordinary library. Take it into use as your framework does and give it back
+/// with FreeLibrary.
+///
+/// @param module    the application's module; null for the process's executable
+/// @param language  the language's number, 1 to 12; 0 (German is built into the applications) and any other
+///                  number load nothing
+/// @return the module, yours to free; null if there is none to load
 /// @ordinal{204}
 ZERATOOLS_API(HMODULE)
 ZERA_TOOLS_APPLICATION_LOAD_LANGUAGE_DLL(_In_opt_ HMODULE module, unsigned int language);
@@ -1053,25 +1078,70 @@ ZERA_TOOLS_DEC_STRING_UC(_In_z_ const wchar_t* passPhrase, _In_z_ const wchar_t*
 // Where an application keeps its files
 //
 
-/// TO BE DOCUMENTED
+/// Finds an application's settings file and makes the user's own if it is due.
+///
+/// As #ZERA_TOOLS_APPLICATION_GET_INIFILE_UC, but `file` stays empty when the result is 0. Characters
+/// that the code page lacks are replaced in the result.
+///
+/// @param module  the application's module; null for the process's executable
+/// @param file    receives the path with result 1, is emptied otherwise
+/// @return 1 if the file exists at the end of the call, else 0
+/// @exception CFileException a file could be opened for copying but not read or written
 /// @ordinal{200}
 ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_GET_INIFILE_MBC(_In_opt_ HMODULE module, CStringA& file);
 
-/// TO BE DOCUMENTED
+/// Finds an application's settings file and makes the user's own if it is due.
+///
+/// A file with the module's name and the extension "ini" beside the module wins if files can be made in
+/// that folder. Otherwise it is the user's file, made from the machine-wide one if it is missing, and
+/// replaced by it whenever the machine-wide one is newer by a second or more. Both are named as
+/// #ZERA_TOOLS_APPLICATION_GET_APPDATAFILES_UC tells, with ".ini" behind.
+///
+/// @param module  the application's module; null for the process's executable
+/// @param file    receives the path; also with result 0, then it is where the user's file would be (empty
+///                only if the module's path cannot be read)
+/// @return 1 if the file exists at the end of the call, else 0
+/// @exception CFileException a file could be opened for copying but not read or written
 /// @ordinal{201}
 ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_GET_INIFILE_UC(_In_opt_ HMODULE module, CStringW& file);
 
-/// TO BE DOCUMENTED
+/// As #ZERA_TOOLS_APPLICATION_GET_INIFILE_MBC, and tells whether the user's file was made anew.
+///
+/// @param module  the application's module; null for the process's executable
+/// @param file    receives the path with result 1, is emptied otherwise
+/// @param copied  receives 1 if a copy of the machine-wide file was due in this call, even if it failed,
+///                else 0
+/// @return 1 if the file exists at the end of the call, else 0
+/// @exception CFileException a file could be opened for copying but not read or written
 /// @ordinal{207}
 ZERATOOLS_API(int)
 ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_MBC(_In_opt_ HMODULE module, CStringA& file, _Out_ int* copied);
 
-/// TO BE DOCUMENTED
+/// As #ZERA_TOOLS_APPLICATION_GET_INIFILE_UC, and tells whether the user's file was made anew.
+///
+/// @param module  the application's module; null for the process's executable
+/// @param file    receives the path, also with result 0
+/// @param copied  receives 1 if a copy of the machine-wide file was due in this call, even if it failed,
+///                else 0
+/// @return 1 if the file exists at the end of the call, else 0
+/// @exception CFileException a file could be opened for copying but not read or written
 /// @ordinal{208}
 ZERATOOLS_API(int)
 ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_UC(_In_opt_ HMODULE module, CStringW& file, _Out_ int* copied);
 
-/// TO BE DOCUMENTED
+/// Tells the paths below the application-data folders that belong to an application. Nothing is made
+/// there, and nothing is looked for.
+///
+/// Each is the shell's folder (the common one, the user's roaming one), the last folder of the module's
+/// path and the module's name without extension: "C:\\ProgramData\\Viewer\\view" for
+/// "C:\\Prog\\Viewer\\view.exe". If "\\TOOLS" occurs in the module's path, in any case, the folders are
+/// taken from the one before it on: "C:\\Prog\\Maker\\TOOLS\\Viewer\\view.exe" gives
+/// "C:\\ProgramData\\Maker\\TOOLS\\Viewer\\view". Without a common folder the user's is taken for both.
+///
+/// @param module      the application's module; null for the process's executable
+/// @param commonData  receives the machine-wide path
+/// @param userData    receives the user's path
+/// @return 1 with both paths set; 0 with both empty if the module's path cannot be read
 /// @ordinal{209}
 ZERATOOLS_API(int)
 ZERA_TOOLS_APPLICATION_GET_APPDATAFILES_UC(_In_opt_ HMODULE module, CStringW& commonData, CStringW& userData);
