@@ -17,6 +17,17 @@
 #include "exceptions.h"
 #include "file.h"
 
+/// The root of the framework's classes.
+class CObject {
+ public:
+  CObject(const CObject&) = delete;
+  CObject& operator=(const CObject&) = delete;
+  virtual ~CObject() = default;
+
+ protected:
+  CObject() = default;
+};
+
 /// Raises the framework's exception for a failing platform code: the memory exception for
 /// E_OUTOFMEMORY, the OLE exception that carries the code for any other.
 [[noreturn]] void AtlThrow(HRESULT code);

@@ -17,3 +17,27 @@ class CCriticalSection {
  private:
   CRITICAL_SECTION section_;
 };
+
+/// Holds a lock while it lives.
+class CSingleLock {
+ public:
+  explicit CSingleLock(CCriticalSection* section, BOOL initialLock = FALSE) : section_(section) {
+    if (initialLock) Lock();
+  }
+  CSingleLock(const CSingleLock&) = delete;
+  CSingleLock& operator=(const CSingleLock&) = delete;
+  ~CSingleLock() { Unlock(); }
+
+  void Lock() {
+    section_->Lock();
+    locked_ = true;
+  }
+  void Unlock() {
+    if (locked_) section_->Unlock();
+    locked_ = false;
+  }
+
+ private:
+  CCriticalSection* section_;
+  bool locked_ = false;
+};

@@ -1,0 +1,91 @@
+// Local time around the changes of daylight saving, in the zone that ZERA_TEST_ZONE names.
+//
+// Wine takes the zone of its platform functions from the variable TZ, as names like Europe/Berlin. It
+// hands the variable on to the program as well, where the C runtime reads it in a form of its own
+// ("CET-1CEST", with the changes of one country for all). On Windows the variable is not set; so the
+// program removes it, and the runtime asks the platform.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "time/Calendar.h"
+
+namespace {
+
+struct Expected {
+  std::int64_t seconds;
+  hrtime::Calendar local;  // day of the week included
+};
+struct Zone {
+  const char* name;
+  std::vector<Expected> both;         // converts in both directions
+  std::vector<Expected> fromInstant;  // an hour that comes twice: the way back is the runtime's choice
+};
+
+// Known from the zones' published rules; 2024.
+const Zone zones[] = {
+    {"Europe/Berlin",
+     {
+         {1705000000, {2024, 1, 5, 11, 20, 6, 40, 5}},
+         {1711846799, {2024, 3, 1, 31, 1, 59, 59, 5}},
+         {1711846800, {2024, 3, 1, 31, 3, 0, 0, 5}},
+         {1720000000, {2024, 7, 4, 3, 11, 46, 40, 5}},
+         {1729994400, {2024, 10, 1, 27, 3, 0, 0, 5}},
+     },
+     {{1729990799, {2024, 10, 1, 27, 2, 59, 59, 5}}, {1729990800, {2024, 10, 1, 27, 2, 0, 0, 5}}}},
+    {"America/New_York",
+     {
+         {1705000000, {2024, 1, 5, 11, 14, 6, 40, 5}},
+         {1710053999, {2024, 3, 1, 10, 1, 59, 59, 5}},
+         {1710054000, {2024, 3, 1, 10, 3, 0, 0, 5}},
+         {1720000000, {2024, 7, 4, 3, 5, 46, 40, 5}},
+         {1730617200, {2024, 11, 1, 3, 2, 0, 0, 5}},
+     },
+     {{1730613599, {2024, 11, 1, 3, 1, 59, 59, 5}}, {1730613600, {2024, 11, 1, 3, 1, 0, 0, 5}}}},
+    {"Australia/Sydney",
+     {
+         {1705000000, {2024, 1, 6, 12, 6, 6, 40, 5}},
+         {1720000000, {2024, 7, 4, 3, 19, 46, 40, 5}},
+         {1728143999, {2024, 10, 1, 6, 1, 59, 59, 5}},
+         {1728144000, {2024, 10, 1, 6, 3, 0, 0, 5}},
+     },
+     {{1712419199, {2024, 4, 1, 7, 2, 59, 59, 5}}, {1712419200, {2024, 4, 1, 7, 2, 0, 0, 5}}}},
+    {"UTC", {{1720000000, {2024, 7, 4, 3, 9, 46, 40, 5}}, {1711846800, {2024, 3, 1, 31, 1, 0, 0, 5}}}, {}},
+};
+
+void ExpectLocal(const Expected& row) {
+  const hrtime::Calendar local = hrtime::InstantToCalendar({row.seconds, 5});
+  EXPECT_EQ(local.year, row.local.year) << row.seconds;
+  EXPECT_EQ(local.month, row.local.month) << row.seconds;
+  EXPECT_EQ(local.dayOfWeek, row.local.dayOfWeek) << row.seconds;
+  EXPECT_EQ(local.day, row.local.day) << row.seconds;
+  EXPECT_EQ(local.hour, row.local.hour) << row.seconds;
+  EXPECT_EQ(local.minute, row.local.minute) << row.seconds;
+  EXPECT_EQ(local.second, row.local.second) << row.seconds;
+  EXPECT_EQ(local.milliseconds, row.local.milliseconds) << row.seconds;
+}
+
+TEST(Zone, ChangesOfDaylightSaving) {
+  const char* const wanted = std::getenv("ZERA_TEST_ZONE");
+  ASSERT_NE(wanted, nullptr);
+  const std::string name = wanted;
+  ::_putenv("TZ=");
+  ::_tzset();
+  bool found = false;
+  for (const Zone& zone : zones) {
+    if (name != zone.name) continue;
+    found = true;
+    for (const Expected& row : zone.both) {
+      ExpectLocal(row);
+      const hrtime::Instant back = hrtime::CalendarToInstant(row.local);
+      EXPECT_EQ(back.seconds, row.seconds);
+      EXPECT_EQ(back.milliseconds, 5u);
+    }
+    for (const Expected& row : zone.fromInstant) ExpectLocal(row);
+  }
+  EXPECT_TRUE(found) << "no expectations for " << name;
+}
+
+}  // namespace
