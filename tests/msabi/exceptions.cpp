@@ -1,0 +1,227 @@
+// Framework exceptions that leave the library arrive as the host's own: caught by class, by base, by
+// pointer to anything and by "...", readable, deletable, and with every destructor run on the way.
+#include "framework.h"
+#include "support.h"
+
+namespace {
+
+using namespace host;
+
+constexpr int kHeldRounds = 100'000;
+
+const wchar_t* source;
+const wchar_t* target;
+int statesDuringCall;
+
+// --- Operations that raise
+
+BOOL FailingRead(HANDLE, void*, DWORD, DWORD*, void*) {
+  const DWORD kReadFault = 30;
+  statesDuringCall = CurrentStates();
+  SetLastError(kReadFault);
+  return 0;
+}
+void* NoMemory(size_t) {
+  statesDuringCall = CurrentStates();
+  return nullptr;
+}
+long long NoTime(void*) {
+  statesDuringCall = CurrentStates();
+  return -1;
+}
+
+void RaiseFile() {
+  Export<int(const wchar_t*, const wchar_t*)>(1016)(source, target);
+}
+
+// A text longer than any path is the one that a plain export converts on the heap.
+void RaiseMemory() {
+  static char text[1000];
+  memset(text, 'a', sizeof text - 1);
+  Export<int(const char*)>(1)(text);
+}
+
+// A file exception that cannot be made for want of memory is a memory exception, and the export that
+// catches file exceptions lets it through.
+void RaiseMemoryInsteadOfFile() {
+  Export<int(const wchar_t*)>(1002)(InFolder(L""));
+}
+
+void RaiseOle() {
+  long long time = 0;
+  Export<int(const wchar_t*, long long*)>(1027)(L"X:\\tmp\\missing.txt", &time);
+}
+
+// --- What was raised
+
+void ReadFile(CFileException* e) {
+  const int kHardIo = 10;
+  const DWORD kReadFault = 30;
+  CHECK_EQUAL(e->m_cause, kHardIo);
+  CHECK_EQUAL(e->m_lOsError, kReadFault);
+  CHECK_EQUAL(wcslen(e->m_strFileName), wcslen(source));
+  CHECK(memcmp(e->m_strFileName, source, wcslen(source) * 2) == 0);
+  CHECK_EQUAL(reinterpret_cast<const CStringData*>(e->m_strFileName)[-1].nDataLength, wcslen(source));
+  CHECK_EQUAL(e->m_bAutoDelete, 1);
+}
+void ReadMemory(CMemoryException* e) {
+  CHECK_EQUAL(e->m_bAutoDelete, 0);
+}
+void ReadOle(COleException* e) {
+  CHECK_EQUAL(e->m_sc, static_cast<LONG>(0x80070057));
+  CHECK_EQUAL(e->m_bAutoDelete, 1);
+}
+
+/// One way out of the library: an operation that raises an exception of a class.
+template <class Class>
+struct Way {
+  const char* name;
+  const char* className;
+  const char* import;
+  void* fault;
+  void (*raise)();
+  void (*read)(Class*);
+};
+
+// Raises with the fault in place and a host object in the frame that the exception passes.
+template <class Class>
+void Raise(const Way<Class>& way, int& witnessed) {
+  const Fault fault(way.import, way.fault);
+  const Witness witness(witnessed);
+  way.raise();
+}
+
+template <class Caught, class Class, class Look>
+void CatchAs(const Way<Class>& way, Look look) {
+  int witnessed = 0;
+  bool caught = false;
+  statesDuringCall = -1;
+  try {
+    Raise(way, witnessed);
+  } catch (Caught e) {
+    caught = true;
+    look(e);
+  }
+  CHECK(caught);
+  CHECK_EQUAL(witnessed, 1);
+  CHECK_EQUAL(statesDuringCall, 1);
+  CHECK_EQUAL(CurrentStates(), 0);
+}
+
+class SomethingElse {};
+
+template <class Class>
+void TestWay(const Way<Class>& way) {
+  Subject(way.name);
+
+  // By its class, its bases, and what any pointer converts to.
+  CatchAs<Class*>(way, [&](Class* e) {
+    way.read(e);
+    e->Delete();
+  });
+  CatchAs<CException*>(way, [&](CException* e) {
+    CHECK(strcmp(e->GetRuntimeClass()->m_lpszClassName, way.className) == 0);
+    wchar_t text[200];
+    UINT help = 77;
+    CHECK_EQUAL(e->GetErrorMessage(text, 200, &help), 1);
+    CHECK(text[0] != 0 && wcslen(text) < 200);
+    CHECK_EQUAL(help, 0);
+    e->Delete();
+  });
+  CatchAs<const CException*>(way, [](const CException* e) { const_cast<CException*>(e)->Delete(); });
+  CatchAs<CObject*>(way, [](CObject* e) { static_cast<CException*>(e)->Delete(); });
+  CatchAs<void*>(way, [](void* e) { static_cast<CException*>(e)->Delete(); });
+
+  // By "...", raised on by the host and then caught by class; the wrong classes are passed over.
+  int witnessed = 0;
+  bool any = false, wrong = false, caught = false;
+  try {
+    try {
+      Raise(way, witnessed);
+    } catch (SomethingElse*) {
+      wrong = true;
+    } catch (int) {
+      wrong = true;
+    } catch (...) {
+      any = true;
+      throw;
+    }
+  } catch (Class* e) {
+    caught = true;
+    e->Delete();
+  }
+  CHECK(any && caught && !wrong);
+  CHECK_EQUAL(witnessed, 1);
+
+  CheckNoGrowth(kHeldRounds, [&] {
+    int count = 0;
+    try {
+      Raise(way, count);
+      CHECK(false && "nothing was raised");
+    } catch (CException* e) {
+      e->Delete();
+    }
+    CHECK_EQUAL(count, 1);
+  });
+}
+
+// The classes stand beside each other, not under each other.
+template <class Other, class Class>
+void CheckIsNo(const Way<Class>& way) {
+  Subject(way.name);
+  int witnessed = 0;
+  bool wrong = false;
+  try {
+    Raise(way, witnessed);
+  } catch (Other*) {
+    wrong = true;
+  } catch (CException* e) {
+    e->Delete();
+  }
+  CHECK(!wrong);
+}
+
+template <class Class>
+void TestSimple(const Way<Class>& way) {
+  Subject(way.name);
+  CatchAs<CSimpleException*>(way, [](CSimpleException* e) { e->Delete(); });
+}
+
+}  // namespace
+
+void TestExceptions() {
+  const InFolder sourcePath(L"source.bin"), targetPath(L"target.bin");
+  source = sourcePath;
+  target = targetPath;
+  WriteFileBytes(source, "0123456789", 10);
+
+  const Way<CFileException> file = {"copy whose read fails",
+                                    "CFileException",
+                                    "ReadFile",
+                                    reinterpret_cast<void*>(&FailingRead),
+                                    &RaiseFile,
+                                    &ReadFile};
+  const Way<CMemoryException> memory = {"conversion without memory",        "CMemoryException", "malloc",
+                                        reinterpret_cast<void*>(&NoMemory), &RaiseMemory,       &ReadMemory};
+  const Way<CMemoryException> memoryForFile = {
+      "file exception without memory",    "CMemoryException",        "malloc",
+      reinterpret_cast<void*>(&NoMemory), &RaiseMemoryInsteadOfFile, &ReadMemory};
+  const Way<COleException> ole = {"date that cannot be converted",  "COleException", "_mktime64",
+                                  reinterpret_cast<void*>(&NoTime), &RaiseOle,       &ReadOle};
+  TestWay(file);
+  TestWay(memory);
+  TestWay(memoryForFile);
+  TestWay(ole);
+  TestSimple(memory);
+  CheckIsNo<CMemoryException>(file);
+  CheckIsNo<CSimpleException>(file);
+  CheckIsNo<COleException>(file);
+  CheckIsNo<CFileException>(memory);
+  CheckIsNo<CInvalidArgException>(memory);
+  CheckIsNo<CFileException>(ole);
+
+  // Nothing stays open: both files can be deleted at once.
+  Subject("files after a failed copy");
+  CHECK(DeleteFileW(source));
+  CHECK(DeleteFileW(target));
+}
