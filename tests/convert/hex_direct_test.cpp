@@ -1,0 +1,60 @@
+// The pure parts of the hexadecimal text form and the table of signs.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "convert/Hex.h"
+#include "convert/Signs.h"
+
+namespace {
+
+std::vector<std::wstring> Pieces(const std::wstring& text) {
+  std::vector<std::wstring> pieces;
+  convert::ForEachHexPiece(
+      text.c_str(), [&](const wchar_t* start, std::size_t length) { pieces.emplace_back(start, length); });
+  return pieces;
+}
+
+TEST(Hex, EveryUnitIsFormattedAsTheRuntimeFormatsIt) {
+  for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
+    wchar_t digits[convert::kMostHexDigits];
+    const int count = convert::FormatHex(static_cast<wchar_t>(unit), digits);
+    char expected[8];
+    std::snprintf(expected, sizeof expected, "%X", unit);
+    ASSERT_EQ(std::wstring(digits, static_cast<std::size_t>(count)),
+              std::wstring(expected, expected + std::char_traits<char>::length(expected)));
+  }
+}
+
+TEST(Hex, PiecesEndAtTheFirstEmptyOne) {
+  using List = std::vector<std::wstring>;
+  const struct {
+    const wchar_t* text;
+    List pieces;
+  } rows[] = {
+      {L"", {}},
+      {L" ", {}},
+      {L" 48", {}},
+      {L"48", {L"48"}},
+      {L"48 ", {L"48"}},
+      {L"48 69", {L"48", L"69"}},
+      {L"48  69", {L"48"}},
+      {L"48 69 ", {L"48", L"69"}},
+      {L"48\t69 \n", {L"48\t69", L"\n"}},
+      {L"a b c d", {L"a", L"b", L"c", L"d"}},
+  };
+  for (const auto& row : rows) EXPECT_EQ(Pieces(row.text), row.pieces) << ::testing::PrintToString(row.text);
+}
+
+TEST(Signs, OnlyDoubleByteDegreesDropTheTextBefore) {
+  for (const int page : {0, 874, 932, 936, 949, 950, 1252, 1361, 65001}) {
+    for (const auto& signs : {convert::SignsOfUtf16(page), convert::SignsOfLatin1(page)}) {
+      EXPECT_FALSE(signs.micro.dropsTextBefore) << page;
+      EXPECT_EQ(signs.degree.dropsTextBefore, page >= 932 && page <= 950) << page;
+    }
+  }
+}
+
+}  // namespace

@@ -1,0 +1,55 @@
+#include "HostException.h"
+
+#include <windows.h>
+
+#include "ImportHook.h"
+
+namespace test {
+namespace {
+
+void* resume[5];
+std::string raised;
+decltype(&RaiseException) original;
+
+// The tables of a Microsoft C++ exception, with offsets from the image's base.
+struct TypeDescriptor {
+  const void* table;
+  void* spare;
+  char name[1];
+};
+struct CatchableType {
+  DWORD properties, descriptor;
+};
+struct CatchableTypes {
+  DWORD count, types[1];
+};
+struct ThrowInfo {
+  DWORD attributes, unwind, compatible, types;
+};
+
+// The library's own exceptions travel by the same function, under another code.
+void WINAPI Catch(DWORD code, DWORD flags, DWORD count, const ULONG_PTR* parameters) {
+  constexpr DWORD kMicrosoftCpp = 0xE06D7363;
+  if (code != kMicrosoftCpp || count != 4) {
+    original(code, flags, count, parameters);
+    return;
+  }
+  const auto* const base = reinterpret_cast<const char*>(parameters[3]);
+  const auto* const info = reinterpret_cast<const ThrowInfo*>(parameters[2]);
+  const auto* const types = reinterpret_cast<const CatchableTypes*>(base + info->types);
+  const auto* const type = reinterpret_cast<const CatchableType*>(base + types->types[0]);
+  raised = reinterpret_cast<const TypeDescriptor*>(base + type->descriptor)->name;
+  __builtin_longjmp(resume, 1);
+}
+
+}  // namespace
+
+std::string RaisedBy(const std::function<void()>& call) {
+  const ImportHook hook("RaiseException", &Catch);
+  original = hook.Original<decltype(RaiseException)>();
+  raised.clear();
+  if (__builtin_setjmp(resume) == 0) call();
+  return raised;
+}
+
+}  // namespace test
