@@ -121,8 +121,8 @@ std::wstring Arguments::FullPath(std::size_t at) const {
   return Absolute(Path(at));
 }
 
-std::int64_t Arguments::Integer(std::size_t at, std::int64_t least, std::int64_t most) const {
-  const std::wstring& text = texts_[at];
+std::int64_t Arguments::Integer(std::size_t at, const std::wstring& text, std::int64_t least,
+                                std::int64_t most) const {
   const std::wstring range =
       L"is not a whole number from " + std::to_wstring(least) + L" to " + std::to_wstring(most);
   const std::size_t first = text.starts_with(L'-') ? 1 : 0;
@@ -138,8 +138,7 @@ std::int64_t Arguments::Integer(std::size_t at, std::int64_t least, std::int64_t
   return value;
 }
 
-double Arguments::Number(std::size_t at, double most) const {
-  const std::wstring& text = texts_[at];
+double Arguments::Number(std::size_t at, const std::wstring& text, double most) const {
   wchar_t* end = nullptr;
   const double value = std::wcstod(text.c_str(), &end);
   // The runtime also reads hexadecimal numbers, names of infinities, and blanks in front.

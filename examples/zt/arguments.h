@@ -34,9 +34,14 @@ class Arguments {
   /// The same, made absolute: functions for settings files look for a bare name in the system's folder.
   std::wstring FullPath(std::size_t at) const;
   /// A whole number, every character of it, within a range.
-  std::int64_t Integer(std::size_t at, std::int64_t least, std::int64_t most) const;
+  std::int64_t Integer(std::size_t at, std::int64_t least, std::int64_t most) const {
+    return Integer(at, texts_[at], least, most);
+  }
+  /// The same for a number that is a part of the argument.
+  std::int64_t Integer(std::size_t at, const std::wstring& text, std::int64_t least, std::int64_t most) const;
   /// A decimal number with a point, finite, of at most this size.
-  double Number(std::size_t at, double most) const;
+  double Number(std::size_t at, double most) const { return Number(at, texts_[at], most); }
+  double Number(std::size_t at, const std::wstring& text, double most) const;
   /// Bytes as pairs of hexadecimal digits, blanks between pairs allowed, no zero byte.
   std::string Bytes(std::size_t at) const;
 

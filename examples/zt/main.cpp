@@ -20,7 +20,8 @@
 namespace zt {
 namespace {
 
-const Group* const groups[] = {&pathGroup, &fileGroup};
+const Group* const groups[] = {&whereGroup, &profileGroup, &cryptGroup, &pathGroup,
+                               &fileGroup,  &textGroup,    &roundGroup, &processGroup};
 
 bool AsksForHelp(const std::wstring& text) {
   return text == L"--help" || text == L"-h" || text == L"-?" || text == L"/?";

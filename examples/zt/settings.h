@@ -1,0 +1,31 @@
+// settings.h: a place in a settings file, for the commands that read or write one.
+#pragma once
+
+#include <string>
+
+#include "arguments.h"
+
+namespace zt {
+
+/// FILE SECTION KEY, from argument `first` on.
+struct Place {
+  explicit Place(const Arguments& arguments, std::size_t first = 0);
+
+  std::wstring file;  ///< a full path: the platform looks for a bare name in its own folder
+  std::wstring section;
+  std::wstring key;
+};
+
+std::wstring ReadText(const Place& place, const std::wstring& fallback);
+/// Writes and reads back, since the writer does not say whether it could; false after a complaint.
+bool WriteText(const Place& place, const std::wstring& value);
+
+/// Refuses what would not come back as a name: line breaks, brackets of a section, the equals sign
+/// of a key.
+void CheckSection(const Arguments& arguments, std::size_t at, const std::wstring& section);
+void CheckKey(const Arguments& arguments, std::size_t at, const std::wstring& key);
+
+/// zt profile text
+Exit WriteSettingsText(const Arguments& arguments);
+
+}  // namespace zt
