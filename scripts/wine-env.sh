@@ -12,9 +12,18 @@ export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
 export HOME=$top/build/home XDG_CACHE_HOME=$top/build/home XDG_CONFIG_HOME=$top/build/home
 export XDG_DATA_HOME=$top/build/home
 unset DISPLAY WAYLAND_DISPLAY
-# Wine takes the ANSI code page from the locale's name, whether that locale is installed or not:
-# en_US gives 1252, ja_JP gives 932. (Set for Wine alone; the shell would complain.)
-wine() { env LC_ALL="${ZERA_LOCALE:-en_US.UTF-8}" "$WINE" "$@"; }
+# Wine takes the ANSI code page from the locale's name: en_US gives 1252, ja_JP gives 932. With a locale
+# that is not installed it could use no file name beyond ASCII, so a copy of the C library's own UTF-8
+# locale goes by that name. (A copy: a link would show the machine's folder on drive X:.)
+wine() {
+  local locale=${ZERA_LOCALE:-en_US.UTF-8} locales=$top/build/locales
+  if [ ! -e "$locales/$locale" ]; then
+    mkdir -p "$locales"
+    cp -rL /usr/lib/locale/C.utf8 "$locales/new.$$" && mv -T "$locales/new.$$" "$locales/$locale" 2>/dev/null || true
+    rm -rf "$locales/new.$$"
+  fi
+  env LOCPATH="$locales" LC_ALL="$locale" "$WINE" "$@"
+}
 
 # The program stops here unless the prefix shows drive C: and the build folder as X:, nothing else.
 wine_assert_cut_off() {

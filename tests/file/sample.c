@@ -1,0 +1,5 @@
+/* A module that has nothing but its resources. */
+int sample_module(void);
+int sample_module(void) {
+  return 0;
+}
