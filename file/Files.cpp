@@ -50,6 +50,8 @@ int Delete(const wchar_t* path) {
 }
 
 int Rename(const wchar_t* oldPath, const wchar_t* newPath) {
+  // Some platforms take a null target for the wish to delete.
+  if (!newPath) return 0;
   if (Exist(newPath) && !Delete(newPath)) return 0;
   const auto tryOnce = [=] {
     if (!Exist(oldPath)) return Outcome::kHopeless;

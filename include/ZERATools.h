@@ -408,8 +408,9 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_WAIT_FOR_FILE_UC(_In_z_ const wchar_t* path, 
 
 /// Renames or moves a file, in place of one that the new path may name.
 ///
-/// An existing file at the new path is deleted first, as #ZERA_TOOLS_FILE_DELETE does it; if that fails, the
-/// old file is left alone. Then tries up to 10 times, with 10 milliseconds after each attempt in vain.
+/// An existing file at the new path is deleted first, as #ZERA_TOOLS_FILE_DELETE does it, even if the old
+/// path should turn out to be missing; if that fails, the old file is left alone. Then tries up to 10 times,
+/// with 10 milliseconds after each attempt in vain.
 ///
 /// KEPT FOR HOSTS: the result depends on the old path alone; whether the new path exists afterwards is not
 /// looked at. Two texts that name the same file, and be it in other case, delete it and give 0.

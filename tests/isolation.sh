@@ -18,6 +18,12 @@ while IFS= read -r link; do
     *) fail "$link leads to $(realpath -m "$link")" ;;
   esac
 done < <(find "$prefix/drive_c" -type l)
+while IFS= read -r link; do
+  case $(realpath -m "$link") in
+    "$top"/build | "$top"/build/*) ;;
+    *) fail "$link leads to $(realpath -m "$link")" ;;
+  esac
+done < <(find "$top/build" -type l ! -path "*/dosdevices/com*" ! -path "*/dosdevices/lpt*")
 
 # The runner must refuse a prefix that shows more.
 decoy=$top/build/wine-decoy
