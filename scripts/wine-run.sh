@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Runs a Windows program of the build folder with Wine:  wine-run.sh PROGRAM [ARGUMENT ...]
+# A PROGRAM with a drive letter is one of the prefix.
 #
 # The library under test deletes folder trees. A fresh Wine prefix shows the whole machine as drive
 # Z: and links the user's folders, so the program only starts in a prefix that was cut off by
@@ -24,5 +25,7 @@ if [[ $program != [A-Za-z]:* ]]; then
   cd "$(dirname "$program")"
   program="X:${program#"$top"/build}"
   program=${program//\//\\}
+else
+  cd "$WINEPREFIX/drive_c"
 fi
 wine "$program" "$@"
