@@ -14,7 +14,9 @@ void InTwoPasses(CStringT<Char>& result, Convert convert) {
     return;
   }
   Char* const buffer = result.GetBuffer(size);
-  if (convert(buffer, size) <= 0) buffer[0] = 0;
+  const int written = convert(buffer, size);
+  // Half a sequence at the end may take the terminator with it.
+  buffer[written > 0 ? written : 0] = 0;
   result.ReleaseBuffer();
 }
 
