@@ -10,7 +10,9 @@ std::size_t PathLength(const wchar_t* path) {
   return ::wcsnlen(path, _MAX_PATH);
 }
 
-bool IsUsablePath(const wchar_t* path) { return path && path[0] && PathLength(path) < _MAX_PATH; }
+bool IsUsablePath(const wchar_t* path) {
+  return path && path[0] && PathLength(path) < _MAX_PATH;
+}
 
 // Some files refuse even a query of their attributes (the page file, files that others hold in a
 // special way); the folder's list still tells their data.
@@ -171,7 +173,11 @@ BOOL CFileFind::IsDots() const {
 }
 
 BOOL CFileFind::IsDirectory() const {
-  return (current_.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+  return MatchesMask(FILE_ATTRIBUTE_DIRECTORY);
+}
+
+BOOL CFileFind::MatchesMask(DWORD mask) const {
+  return (current_.dwFileAttributes & mask) != 0;
 }
 
 void CFileFind::Close() noexcept {

@@ -77,6 +77,8 @@ class CFileFind {
   /// Whether the current entry is "." or "..".
   BOOL IsDots() const;
   BOOL IsDirectory() const;
+  /// Whether the current entry has any of these attributes.
+  BOOL MatchesMask(DWORD mask) const;
   void Close() noexcept;
 
  private:

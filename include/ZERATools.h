@@ -610,9 +610,33 @@ ZERA_TOOLS_FILE_GET_VERSION_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capaci
 
 // --------------------------------------------------------------------------------------------------
 // Whole directories
+// A start path names the directory to work on by any path inside it: the directory with a trailing
+// backslash, a file in it, or either with wildcards ("C:\\log\\", "C:\\log\\run.txt" and "C:\\log\\*.*" are
+// the same). An empty start path, "*.*", any other without drive and directory, and one beyond 260
+// characters are refused: the result is 0, and nothing is touched. A directory that does not exist
+// holds nothing.
 //
+// Every file of the directory and of all directories below it is visited. Links to folders are neither
+// followed nor removed, so no walk leaves its start directory. A walk goes as deep as paths may be long:
+// what lies beyond 260 characters cannot be reached.
+//
+// Extensions are compared without regard to case, and with their period; a file without one has the
+// empty extension. Plain variants convert their texts and then do what the UTF-16 variants do. Hosts that
+// call on threads of their own: the deepest walk takes about half a megabyte of stack.
 
-/// TO BE DOCUMENTED
+/// Deletes the files of a directory tree that have an extension, and the directories that are empty then.
+///
+/// A file that others hold is tried as in #ZERA_TOOLS_FILE_DELETE. The walk goes on after a failure; a
+/// directory with a failure below it is not removed.
+///
+/// KEPT FOR HOSTS: the filter is not read as in #ZERA_TOOLS_FILE_DELETE_ALL_OLD.
+///
+/// @param startPath  any path inside the directory; the directory itself stays
+/// @param filter     the extension: ".log" or "*.log"; ".*" or "*.*" for every file, empty for files
+///                   without an extension
+/// @return 1 if every matching file is gone, 0 if the start path was refused, a file could not be deleted or
+///         an extension could not be taken (its path is beyond the limits). A directory that cannot be
+///         removed is no failure.
 /// @ordinal{3}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE_ALL(_In_z_ const char* startPath, _In_z_ const char* filter);
 
@@ -621,7 +645,21 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE_ALL(_In_z_ const char* startPath, _In_
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_DELETE_ALL_UC(_In_z_ const wchar_t* startPath, _In_z_ const wchar_t* filter);
 
-/// TO BE DOCUMENTED
+/// Deletes the files of a directory tree that have an extension and were created long enough ago, and the
+/// directories that are empty then and were created long enough ago.
+///
+/// A file that others hold is tried as in #ZERA_TOOLS_FILE_DELETE. The walk goes on after a failure; a
+/// directory with a failure below it is not removed.
+///
+/// KEPT FOR HOSTS: the filter is not read as in #ZERA_TOOLS_FILE_DELETE_ALL: "*.log" matches nothing here.
+///
+/// @param startPath   any path inside the directory; the directory itself stays
+/// @param filter      the extension: ".log"; "*.*" for every file, empty for files without an extension
+/// @param ageSeconds  only what was created more than so many seconds ago; the time of creation counts, not
+///                    that of the last change
+/// @return 1 if every matching file of that age is gone, 0 if the start path was refused, a file could not be
+///         deleted, or its extension or its age could not be taken. A directory that cannot be removed or
+///         whose age cannot be taken is no failure.
 /// @ordinal{8}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_DELETE_ALL_OLD(_In_z_ const char* startPath, _In_z_ const char* filter,
@@ -633,19 +671,47 @@ ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_DELETE_ALL_OLD_UC(_In_z_ const wchar_t* startPath, _In_z_ const wchar_t* filter,
                                   unsigned int ageSeconds);
 
-/// TO BE DOCUMENTED
+/// The same as #ZERA_TOOLS_FILE_DELETE_ALL_OLD.
+///
+/// KEPT FOR HOSTS: only the `_UC` variant has an abort flag.
+///
+/// @param startPath   any path inside the directory; the directory itself stays
+/// @param filter      the extension: ".log"; "*.*" for every file, empty for files without an extension
+/// @param ageSeconds  only what was created more than so many seconds ago
+/// @return as #ZERA_TOOLS_FILE_DELETE_ALL_OLD
 /// @ordinal{29}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_DELETE_ALL_OLD_EX(_In_z_ const char* startPath, _In_z_ const char* filter,
                                   unsigned int ageSeconds);
 
-/// TO BE DOCUMENTED
+/// As #ZERA_TOOLS_FILE_DELETE_ALL_OLD_UC, and can be stopped.
+///
+/// KEPT FOR HOSTS: runs under the module state of its caller.
+///
+/// @param startPath   any path inside the directory; the directory itself stays
+/// @param filter      the extension: ".log"; "*.*" for every file, empty for files without an extension
+/// @param ageSeconds  only what was created more than so many seconds ago
+/// @param abortFlag   any thread may set it to another value than 0 while the call runs: the walk ends before
+///                    its next entry, with the result so far. Null for none.
+/// @return as #ZERA_TOOLS_FILE_DELETE_ALL_OLD; 1 if the flag was set from the start
 /// @ordinal{1029}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_DELETE_ALL_OLD_EX_UC(_In_z_ const wchar_t* startPath, _In_z_ const wchar_t* filter,
-                                     unsigned int ageSeconds, _In_ int* abortFlag);
+                                     unsigned int ageSeconds, _In_opt_ int* abortFlag);
 
-/// TO BE DOCUMENTED
+/// Copies the files of a directory and all directories below it into another directory.
+///
+/// Missing directories are made, empty ones included. Each file is copied as by #ZERA_TOOLS_FILE_COPY, and
+/// once more if its destination had to be made first (#ZERA_TOOLS_FILE_CHECK_WRITE).
+///
+/// Exceptions: CFileException when a file cannot be read or written to its end; what was copied stays.
+///
+/// KEPT FOR HOSTS: 1 for every walk that started, whatever single copies came to; look at the destination.
+///
+/// @param startPath    any path inside the directory to copy
+/// @param destination  the directory to copy to, ending in a backslash
+/// @param overwrite    0 leaves files alone that are there already, anything else replaces them
+/// @return 1, or 0 if the start path was refused
 /// @ordinal{18}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_COPY_ALL(_In_z_ const char* startPath, _In_z_ const char* destination,
