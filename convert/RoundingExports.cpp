@@ -1,4 +1,6 @@
 // RoundingExports.cpp: the exports that round.
+#include <afx.h>
+
 #include "Rounding.h"
 #include "ZERATools.h"
 #include "frame/Frame.h"

@@ -1,0 +1,174 @@
+// The encryption engine from inside: its life beyond one call, and the pieces it is made of.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "CryptoTrace.h"
+#include "Reference.h"
+#include "crypt/CipherText.h"
+#include "crypt/Encrypt.h"
+
+namespace {
+
+using reference::Cipher;
+using reference::Hex;
+using reference::Widened;
+using Strings = std::vector<std::string>;
+
+const Strings kRelease = {"CryptDestroyKey", "CryptDestroyHash", "CryptReleaseContext"};
+const Strings kInit = {"CryptAcquireContextW", "CryptCreateHash", "CryptHashData", "CryptDeriveKey"};
+
+Strings operator+(Strings a, const Strings& b) {
+  a.insert(a.end(), b.begin(), b.end());
+  return a;
+}
+
+void Fill(crypt::ByteArray& array, const std::string& bytes) {
+  array.RemoveAll();
+  for (const char one : bytes) array.Add(static_cast<BYTE>(one));
+}
+
+std::string Bytes(const crypt::ByteArray& array) {
+  return {reinterpret_cast<const char*>(array.GetData()), static_cast<std::size_t>(array.GetSize())};
+}
+
+TEST(CryptEngine, IsDestroyedThroughItsTable) {
+  EXPECT_TRUE(std::has_virtual_destructor_v<CEncrypt>);
+  EXPECT_FALSE(std::is_copy_constructible_v<CEncrypt>);
+}
+
+TEST(CryptEngine, FreshEngineHasNothingToRelease) {
+  test::CryptoTrace trace(::GetModuleHandleW(nullptr));
+  {
+    CEncrypt engine;
+    engine.Release();
+    EXPECT_TRUE(engine.m_key.IsEmpty());
+  }
+  EXPECT_EQ(trace.Functions(), Strings{});
+}
+
+TEST(CryptEngine, InitTwiceReleasesInBetween) {
+  test::CryptoTrace trace(::GetModuleHandleW(nullptr));
+  {
+    CEncrypt engine;
+    EXPECT_TRUE(engine.Init());
+    EXPECT_TRUE(engine.Init());
+    EXPECT_EQ(trace.Functions(), kInit + kRelease + kInit);
+    engine.Release();
+    engine.Release();
+    EXPECT_EQ(trace.Functions(), kInit + kRelease + kInit + kRelease);
+  }
+  EXPECT_EQ(trace.Functions(), kInit + kRelease + kInit + kRelease);
+  EXPECT_EQ(trace.Open(), 0);
+}
+
+TEST(CryptEngine, HandlesOfAFailedInitStayUntilTheNextRelease) {
+  test::CryptoTrace trace(::GetModuleHandleW(nullptr));
+  CEncrypt engine;
+  trace.Fail("CryptDeriveKey", 5);
+  EXPECT_FALSE(engine.Init());
+  EXPECT_EQ(trace.Open(), 2);
+  engine.Release();
+  EXPECT_EQ(trace.Open(), 0);
+}
+
+TEST(CryptEngine, BuffersAreWorkedOnInPlace) {
+  CEncrypt engine;
+  Fill(engine.m_key, "key");
+  char bytes[8] = "abc";
+  DWORD length = 3;
+  ASSERT_TRUE(engine.Init());
+  EXPECT_TRUE(engine.EncryptBuffer(reinterpret_cast<BYTE*>(bytes), &length, sizeof bytes));
+  EXPECT_EQ(length, 3u);
+  EXPECT_EQ(std::string(bytes, 3), Cipher("key", "abc"));
+  ASSERT_TRUE(engine.Init());
+  EXPECT_TRUE(engine.DecryptBuffer(reinterpret_cast<BYTE*>(bytes), &length));
+  EXPECT_EQ(length, 3u);
+  EXPECT_STREQ(bytes, "abc");
+}
+
+TEST(CryptEngine, BuffersNeedAKey) {
+  CEncrypt engine;
+  BYTE bytes[4] = {};
+  DWORD length = 3;
+  EXPECT_FALSE(engine.EncryptBuffer(bytes, &length, sizeof bytes));
+  EXPECT_FALSE(engine.DecryptBuffer(bytes, &length));
+}
+
+TEST(CryptEngine, OneEngineServesOnePassPhraseAfterTheOther) {
+  CEncrypt engine;
+  crypt::ByteArray plain, key, out;
+  Fill(plain, "plain");
+  for (const char* const phrase : {"short", "a much longer pass phrase than before", "", "short"}) {
+    Fill(key, phrase);
+    CStringW text;
+    EXPECT_EQ(engine.EncryptToText(key, plain, text, TRUE), 10);
+    EXPECT_STREQ(text, Widened(Hex(Cipher(phrase, "plain"))).c_str());
+    EXPECT_EQ(Bytes(engine.m_key), phrase);
+    EXPECT_EQ(engine.DecryptText(key, text, TRUE, out), 5);
+    EXPECT_EQ(Bytes(out), "plain");
+  }
+}
+
+TEST(CryptEngine, ItsOwnPassPhraseMayBeGiven) {
+  CEncrypt engine;
+  crypt::ByteArray plain, out;
+  Fill(plain, "plain");
+  Fill(engine.m_key, "own");
+  CStringW text;
+  EXPECT_EQ(engine.EncryptToText(engine.m_key, plain, text, TRUE), 10);
+  EXPECT_STREQ(text, Widened(Hex(Cipher("own", "plain"))).c_str());
+  EXPECT_EQ(engine.DecryptText(engine.m_key, text, TRUE, out), 5);
+  EXPECT_EQ(Bytes(out), "plain");
+  EXPECT_EQ(Bytes(engine.m_key), "own");
+  // As plain bytes too, and as the result, which is emptied before anything else.
+  EXPECT_EQ(engine.EncryptToText(engine.m_key, engine.m_key, text, TRUE), 6);
+  EXPECT_STREQ(text, Widened(Hex(Cipher("own", "own"))).c_str());
+  EXPECT_EQ(engine.DecryptText(engine.m_key, text, TRUE, engine.m_key), 3);
+  EXPECT_EQ(Bytes(engine.m_key), Cipher("", Cipher("own", "own")));
+}
+
+TEST(CryptPieces, HexadecimalAndDecimalOfEveryByte) {
+  for (int value = 0; value < 256; ++value) {
+    const auto byte = static_cast<unsigned char>(value);
+    char expected[8], text[8] = {};
+    std::snprintf(expected, sizeof expected, "%.2X", value);
+    EXPECT_EQ(crypt::WriteHex(&byte, 1, text), text + 2);
+    EXPECT_STREQ(text, expected);
+    std::snprintf(expected, sizeof expected, "%i", value);
+    std::memset(text, 0, sizeof text);
+    EXPECT_EQ(crypt::DecimalLength(&byte, 1), std::strlen(expected));
+    EXPECT_EQ(crypt::WriteDecimal(&byte, 1, text), text + std::strlen(expected));
+    EXPECT_STREQ(text, expected);
+  }
+}
+
+TEST(CryptPieces, HexDigitsAreThe22OfAscii) {
+  for (unsigned unit = 0; unit < 0x10000; ++unit) {
+    const char* const found =
+        unit != 0 && unit < 128 ? std::strchr("0123456789abcdefABCDEF", static_cast<int>(unit)) : nullptr;
+    const unsigned expected =
+        found ? static_cast<unsigned>(std::strtoul(std::string(1, *found).c_str(), nullptr, 16)) : 16;
+    ASSERT_EQ(crypt::HexDigit(static_cast<wchar_t>(unit)), expected) << unit;
+  }
+}
+
+TEST(CryptPieces, WorkBufferIsZeroAndNeverSmallerThan256Bytes) {
+  for (const std::size_t size : {0u, 1u, 255u, 256u, 257u, 100000u}) {
+    crypt::WorkBuffer buffer(size);
+    ASSERT_NE(buffer.data(), nullptr);
+    EXPECT_EQ(buffer.capacity(), size < 256 ? 256 : size);
+    for (std::size_t i = 0; i < buffer.capacity(); ++i) ASSERT_EQ(buffer.data()[i], 0);
+  }
+}
+
+TEST(CryptPieces, SecretBytesAreTheLowBytesOfAText) {
+  EXPECT_EQ(Bytes(crypt::SecretBytes("\x81\xFF")), "\x81\xFF");
+  EXPECT_EQ(Bytes(crypt::SecretBytes(L"\x4E81\xFF")), "\x81\xFF");
+  EXPECT_EQ(Bytes(crypt::SecretBytes(L"a\0b", 3)), std::string("a\0b", 3));
+  EXPECT_TRUE(crypt::SecretBytes(static_cast<const char*>(nullptr)).IsEmpty());
+}
+
+}  // namespace
