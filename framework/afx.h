@@ -7,10 +7,8 @@
 
 #define __AFX_H__
 
-// Strings and arrays report exhausted memory with the framework's own exception.
 [[noreturn]] void AfxThrowMemoryException();
 [[noreturn]] void AfxThrowInvalidArgException();
-#define ZERATOOLS_THROW_MEMORY() ::AfxThrowMemoryException()
 
 #include "ZERATools/Types.h"
 #include "atltime.h"

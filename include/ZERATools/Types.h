@@ -17,6 +17,10 @@
 #include <new>
 #include <type_traits>
 
+#if defined(ZERATOOLS_BUILDING)
+[[noreturn]] void AfxThrowMemoryException();
+#endif
+
 struct CStringData;
 
 /// The manager that owns a string's buffer. The order of the functions is the interface: there is
@@ -117,11 +121,15 @@ class HeapStringMgr final : public IAtlStringMgr {
 inline HeapStringMgr HeapStringMgr::instance_;
 static_assert(std::is_trivially_destructible_v<HeapStringMgr>, "outlives every string");
 
-#if !defined(ZERATOOLS_THROW_MEMORY)
-  /// What a string or array of this header does when memory is exhausted. A framework that has its
-  /// own exception defines this before.
-  #define ZERATOOLS_THROW_MEMORY() throw std::bad_alloc()
+/// What a string or array of this header does when memory is exhausted. Inside the library that is the
+/// framework's own exception.
+[[noreturn]] inline void ThrowMemory() {
+#if defined(ZERATOOLS_BUILDING)
+  ::AfxThrowMemoryException();
+#else
+  throw std::bad_alloc();
 #endif
+}
 
 }  // namespace zera_types
 
@@ -208,7 +216,7 @@ class CStringT {
   void Append(const Char* text, int length) {
     if (length <= 0 || !text) return;
     const int before = GetLength();
-    if (length > 0x7FFFFFEF - before) ZERATOOLS_THROW_MEMORY();
+    if (length > 0x7FFFFFEF - before) zera_types::ThrowMemory();
     const std::size_t offset = Offset(text);
     const bool own = offset <= static_cast<std::size_t>(GetLength());
     Char* const buffer = GetBuffer(before + length);
@@ -286,7 +294,7 @@ class CStringT {
   void Fork(int chars) {
     CStringData* const old = Header();
     CStringData* const fresh = old->pStringMgr->Clone()->Allocate(chars, sizeof(Char));
-    if (!fresh) ZERATOOLS_THROW_MEMORY();
+    if (!fresh) zera_types::ThrowMemory();
     fresh->nDataLength = old->nDataLength;
     std::memcpy(fresh->data(), text_, (static_cast<std::size_t>(old->nDataLength) + 1) * sizeof(Char));
     old->Release();
@@ -299,7 +307,7 @@ class CStringT {
     const int roomy = old->nAllocLength > 0x7FFFFFEF - half ? chars : old->nAllocLength + half;
     CStringData* const larger =
         old->pStringMgr->Reallocate(old, roomy > chars ? roomy : chars, static_cast<int>(sizeof(Char)));
-    if (!larger) ZERATOOLS_THROW_MEMORY();
+    if (!larger) zera_types::ThrowMemory();
     text_ = Text(larger);
   }
 
@@ -366,10 +374,10 @@ class CArray {
     }
     if (size > m_nMaxSize) {
       if (static_cast<std::size_t>(size) > static_cast<std::size_t>(-1) / 2 / sizeof(Type)) {
-        ZERATOOLS_THROW_MEMORY();
+        zera_types::ThrowMemory();
       }
       void* const larger = std::realloc(m_pData, static_cast<std::size_t>(size) * sizeof(Type));
-      if (!larger) ZERATOOLS_THROW_MEMORY();
+      if (!larger) zera_types::ThrowMemory();
       m_pData = static_cast<Type*>(larger);
       m_nMaxSize = size;
     }

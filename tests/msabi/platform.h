@@ -24,6 +24,7 @@ __declspec(dllimport) BOOL FreeLibrary(void*);
 __declspec(dllimport) void* GetProcAddress(void*, const char*);
 __declspec(dllimport) BOOL VirtualProtect(void*, size_t, DWORD, DWORD*);
 __declspec(dllimport) DWORD GetLastError();
+__declspec(dllimport) DWORD GetModuleFileNameW(void*, wchar_t*, DWORD);
 __declspec(dllimport) void SetLastError(DWORD);
 __declspec(dllimport) DWORD GetLogicalDrives();
 __declspec(dllimport) DWORD GetCurrentProcessId();

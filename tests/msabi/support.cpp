@@ -134,7 +134,9 @@ int CurrentStates() {
   return found;
 }
 
-Fault::Fault(const char* name, void* replacement) : entry_(FindImport(name)), original_(nullptr) {
+Fault::Fault(const char* name, void* replacement)
+    : entry_(name ? FindImport(name) : nullptr), original_(nullptr) {
+  if (!name) return;
   if (!entry_) {
     Report(__FILE__, __LINE__, " is not imported by the library", name);
     return;

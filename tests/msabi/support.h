@@ -40,7 +40,7 @@ Function* Export(unsigned ordinal) {
 /// while a module state is current, none otherwise.
 int CurrentStates();
 
-/// Replaces a platform function in the library's import table while it lives.
+/// Replaces a platform function in the library's import table while it lives; with a null name, nothing.
 class Fault {
  public:
   template <class Function>
@@ -68,7 +68,7 @@ Holdings Hold();
 /// Runs a round many times and checks that the process holds no more afterwards than before.
 template <class Round>
 void CheckNoGrowth(int rounds, Round round) {
-  for (int i = 0; i < 100; ++i) round();
+  for (int i = 0; i < 5; ++i) round();
   const Holdings before = Hold();
   const int failures = Failures();
   for (int i = 0; i < rounds && Failures() == failures; ++i) round();
