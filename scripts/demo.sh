@@ -12,7 +12,7 @@ build release ZERATools view
 export ZERA_PREFIX=$top/build/wine-demo
 scripts/prefix.sh
 . scripts/wine-env.sh
-out=$(mktemp -d build/demo.XXXXXX)
+out=$(mktemp -d "$top/build/demo.XXXXXX")
 trap 'wine_stop; rm -rf "$out"' EXIT
 
 # --------------------------------------------------------------------------------------------------
@@ -45,11 +45,15 @@ hasnot() { ! grep -qaF -- "$2" "$1" || fail "$1 should not hold: $2"; }
 same() { cmp -s "$1" "$2" || fail "$1 and $2 should be the same"; }
 there() { [ -e "$1" ] || fail "$1 should be there"; }
 gone() { [ ! -e "$1" ] || fail "$1 should not be there"; }
-# A text file of the prefix. Its lines are in the ANSI code page, or UTF-8 where the key says so.
+# A settings file of the prefix. Its lines are in the ANSI code page, or UTF-8 where the key says so.
 show() {
   say "  ${1#"$c"/}:"
+  local line
   tr -d '\r' <"$1" | while IFS= read -r line; do
-    iconv -f UTF-8 -t UTF-8 <<<"    $line" 2>/dev/null || iconv -f CP1252 -t UTF-8 <<<"    $line"
+    case $line in
+      *_utf8=*) say "    $line" ;;
+      *) iconv -f CP1252 -t UTF-8 <<<"    $line" ;;
+    esac
   done
 }
 below() { (cd "$1" && find . -mindepth 1 | sed 's|^\./|    |' | sort); }
