@@ -8,8 +8,9 @@
 #include <cwchar>
 #include <optional>
 
-#include "HostException.h"
 #include "Installation.h"
+#include "support/HostException.h"
+#include "support/HostString.h"
 #include "support/InvalidParameter.h"
 #include "support/Library.h"
 
@@ -22,7 +23,7 @@ const auto IniExUc = test::Export<decltype(ZERA_TOOLS_APPLICATION_GET_INIFILE_EX
 const auto DataFiles = test::Export<decltype(ZERA_TOOLS_APPLICATION_GET_APPDATAFILES_UC)>(209);
 
 const HMODULE kModule = reinterpret_cast<HMODULE>(0x1234);
-const DWORD kHostExceptionCode = 0xE06D7363;
+const char kFileException[] = ".PEAVCFileException@@";
 
 struct Answer {
   int result;
@@ -411,10 +412,10 @@ TEST_P(SettingsFile, ReadErrorOfTheFileBesideReachesTheHost) {
   CStringW wide(L"before");
   CStringA plain("before");
   int copied = 7;
-  EXPECT_EQ(test::RaisedBy([&] { IniExUc(kModule, wide, &copied); }), kHostExceptionCode);
+  EXPECT_EQ(test::RaisedBy([&] { IniExUc(kModule, wide, &copied); }), kFileException);
   EXPECT_STREQ(wide.GetString(), beside.c_str());
   EXPECT_EQ(copied, 0);
-  EXPECT_EQ(test::RaisedBy([&] { IniExMbc(kModule, plain, &copied); }), kHostExceptionCode);
+  EXPECT_EQ(test::RaisedBy([&] { IniExMbc(kModule, plain, &copied); }), kFileException);
   EXPECT_TRUE(plain.IsEmpty());
   EXPECT_EQ(temp_.Entries().size(), 5u) << "no probe";
 }
@@ -424,7 +425,7 @@ TEST_P(SettingsFile, ReadErrorOfTheMachineWideFileReachesTheHost) {
   const test::ImportHook read("ReadFile", &FailingRead);
   CStringW file;
   int copied = 7;
-  EXPECT_EQ(test::RaisedBy([&] { IniExUc(kModule, file, &copied); }), kHostExceptionCode);
+  EXPECT_EQ(test::RaisedBy([&] { IniExUc(kModule, file, &copied); }), kFileException);
   EXPECT_EQ(file.GetString(), temp_ / L"User\\Viewer\\view.ini");
   EXPECT_EQ(copied, 1);
 }
@@ -527,11 +528,11 @@ TEST_P(SettingsFile, NothingStaysOpenWhicheverCallFails) {
           const test::ImportHook hook(fault.name, fault.replacement);
           const test::HeapWatch heap;
           Answer answer = {0, L"", 0};
-          const DWORD raised = test::RaisedBy([&] { answer = Ask(); });
-          EXPECT_TRUE(raised == 0 || raised == kHostExceptionCode) << fault.name << failAt;
+          const std::string raised = test::RaisedBy([&] { answer = Ask(); });
+          EXPECT_TRUE(raised.empty() || raised == kFileException) << fault.name << failAt;
           EXPECT_TRUE(answer.result == 0 || answer.result == 1) << fault.name << failAt;
           // An exception object is the host's to delete.
-          EXPECT_TRUE(raised || heap.Outstanding() == 0) << fault.name << failAt;
+          EXPECT_TRUE(!raised.empty() || heap.Outstanding() == 0) << fault.name << failAt;
         }
         EXPECT_EQ(test::OpenHandles(), handles) << fault.name << failAt;
         for (const std::wstring& entry : temp_.Entries()) {
@@ -549,6 +550,59 @@ TEST_P(SettingsFile, NothingStaysOpenWhicheverCallFails) {
       ::DeleteFileW(beside.c_str());
     }
   }
+}
+
+// Results land in the buffers of the host's own string manager, whatever that is.
+TEST_P(SettingsFile, ResultsBelongToTheHostsManager) {
+  const std::wstring beside = temp_.File(L"Prog\\Viewer\\view.ini", "x");
+  test::CountingManager manager;
+  {
+    test::HostString<wchar_t> wide(manager, L"before");
+    test::HostString<char> plain(manager, "before");
+    int copied = 7;
+    EXPECT_EQ(IniExUc(kModule, wide.object(), &copied), 1);
+    EXPECT_EQ(IniExMbc(kModule, plain.object(), &copied), 1);
+    EXPECT_EQ(wide.text(), beside);
+    EXPECT_EQ(plain.text(), test::Ansi(beside));
+    EXPECT_EQ(wide.header()->pStringMgr, &manager);
+    EXPECT_EQ(plain.header()->pStringMgr, &manager);
+  }
+  EXPECT_EQ(manager.outstanding, 0);
+  EXPECT_TRUE(manager.NilIntact());
+}
+
+TEST_P(SettingsFile, SharedStringsOfTheHostKeepTheirText) {
+  temp_.File(L"Prog\\Viewer\\view.ini", "x");
+  CStringW wide(L"before");
+  const CStringW sharer(wide);
+  EXPECT_EQ(IniUc(kModule, wide), 1);
+  EXPECT_STREQ(sharer.GetString(), L"before");
+}
+
+TEST_P(SettingsFile, FixedBuffersOfTheHostStayWhereTheyAre) {
+  const std::wstring beside = temp_.File(L"Prog\\Viewer\\view.ini", "x");
+  test::FixedManager<wchar_t, 300> manager;
+  test::HostString<wchar_t> file(manager, L"before");
+  EXPECT_EQ(IniUc(kModule, file.object()), 1);
+  EXPECT_EQ(manager.text(), beside);
+  EXPECT_EQ(manager.allocations, 0);
+  installation_->module.clear();
+  EXPECT_EQ(IniUc(kModule, file.object()), 0);
+  EXPECT_EQ(manager.text()[0], 0);
+}
+
+TEST_P(SettingsFile, ExhaustedMemoryOfTheHostReachesIt) {
+  temp_.File(L"Prog\\Viewer\\view.ini", "x");
+  test::CountingManager manager;
+  manager.failing = true;
+  test::HostString<wchar_t> wide(manager);
+  test::HostString<char> plain(manager);
+  int copied = 7;
+  EXPECT_EQ(test::RaisedBy([&] { IniExUc(kModule, wide.object(), &copied); }), test::kMemoryException);
+  EXPECT_EQ(test::RaisedBy([&] { IniExMbc(kModule, plain.object(), &copied); }), test::kMemoryException);
+  EXPECT_TRUE(wide.text().empty());
+  EXPECT_TRUE(plain.text().empty());
+  EXPECT_EQ(temp_.Entries().size(), 5u) << "no probe";
 }
 
 class DataFolders : public SettingsFile {};
