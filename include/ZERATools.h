@@ -954,24 +954,51 @@ ZERA_TOOLS_BUFWRITE_FLOAT_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wch
 // --------------------------------------------------------------------------------------------------
 // Rounding
 //
+// Halves go away from zero, and a number out of range becomes the nearest end of the range. Nothing fails.
+// The results are exact to the bit on every machine: the steps below are taken as they stand, in double
+// precision. So a number whose sum with 0.5 is not a double rounds as that sum does: 0.49999999999999994
+// gives 1.
 
-/// TO BE DOCUMENTED
+/// Rounds to a 32-bit integer: adds or subtracts 0.5 and cuts off the fraction.
+///
+/// @param value  any number
+/// @return the integer; 2147483647 or -2147483648 beyond the range, also for an infinity. A NaN gives what
+///         the processor makes of it, -2147483648.
 /// @ordinal{100}
 ZERATOOLS_API(int) ZERA_TOOLS_ROUND_INT(double value);
 
-/// TO BE DOCUMENTED
+/// Rounds to a 32-bit unsigned integer: adds 0.5 and cuts off the fraction.
+///
+/// @param value  any number
+/// @return the integer; 0 for everything below 0.0, 4294967295 beyond the range. A NaN gives 0.
 /// @ordinal{102}
 ZERATOOLS_API(unsigned int) ZERA_TOOLS_ROUND_UINT(double value);
 
-/// TO BE DOCUMENTED
+/// Rounds to a number of decimals.
+///
+/// The number is multiplied by 10.0 once for each decimal, rounded to a whole number, and divided by 10.0 as
+/// often. One multiplication by a power of ten would give another last bit now and then.
+///
+/// @param value     any number
+/// @param decimals  how many; 16 and more give `value` back as it is, below 0 counts as 0
+/// @return the rounded number; infinity if the multiplication overflows, NaN for a NaN. A negative number
+///         that rounds to zero gives -0.0.
 /// @ordinal{101}
 ZERATOOLS_API(double) ZERA_TOOLS_ROUND_DOUBLE(double value, int decimals);
 
 // --------------------------------------------------------------------------------------------------
 // Processes
 //
+// Processes and modules are read from one snapshot of the machine; what starts or ends meanwhile may be
+// missed. A process that the caller has no right to is passed over.
 
-/// TO BE DOCUMENTED
+/// Ends every process of an executable's name, at once and with exit code 0.
+///
+/// The caller's own process is ended too if its name matches. Nothing is saved, no window is asked.
+///
+/// @param fileName  the executable's file name without a path; letter case counts, unlike in
+///                  #ZERA_TOOLS_GETNUM_APPRUNNING
+/// @return 1, whether there was such a process and whether it could be ended or not
 /// @ordinal{90}
 ZERATOOLS_API(int) ZERA_TOOLS_KILLPROCESS(_In_z_ const char* fileName);
 
@@ -979,7 +1006,12 @@ ZERATOOLS_API(int) ZERA_TOOLS_KILLPROCESS(_In_z_ const char* fileName);
 /// @ordinal{1090}
 ZERATOOLS_API(int) ZERA_TOOLS_KILLPROCESS_UC(_In_z_ const wchar_t* fileName);
 
-/// TO BE DOCUMENTED
+/// Counts the running instances of an executable.
+///
+/// @param path  its full path with backslashes, as the system reports it; letter case does not count, as far
+///              as the C runtime's locale knows it
+/// @return how many processes of that file name have a module of that path; 0 also for a path without a
+///         backslash and when the system gives no list
 /// @ordinal{91}
 ZERATOOLS_API(unsigned int) ZERA_TOOLS_GETNUM_APPRUNNING(_In_z_ const char* path);
 
@@ -987,7 +1019,11 @@ ZERATOOLS_API(unsigned int) ZERA_TOOLS_GETNUM_APPRUNNING(_In_z_ const char* path
 /// @ordinal{1091}
 ZERATOOLS_API(unsigned int) ZERA_TOOLS_GETNUM_APPRUNNING_UC(_In_z_ const wchar_t* path);
 
-/// TO BE DOCUMENTED
+/// Allocates memory and gives null, not an exception, when there is none.
+///
+/// @param size  in bytes; 0 gives a block too
+/// @return the block, not initialised; null when memory is exhausted. It is the caller's: give it back with
+///         `delete[]` on a pointer to bytes, or `free`, of the shared C runtime.
 /// @ordinal{93}
 ZERATOOLS_API(void*) ZERA_TOOLS_SAFE_NEW(unsigned int size);
 
@@ -1041,13 +1077,39 @@ ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_SAVE_LANGUAGE_UC(int language, _In_z_ 
 ZERATOOLS_API(HMODULE)
 ZERA_TOOLS_APPLICATION_LOAD_LANGUAGE_DLL(_In_opt_ HMODULE module, unsigned int language);
 
-/// TO BE DOCUMENTED
+// --------------------------------------------------------------------------------------------------
+// Encryption with buffers
+//
+// The rules of all encryption stand with the exports that take framework objects, under "Encryption".
+
+/// Encrypts no bytes into a buffer: with any count but 0 this raises an exception.
+///
+/// KEPT FOR HOSTS: only a count of 0 has ever worked. Use #ZERA_TOOLS_ENC_STRING_L or #ZERA_TOOLS_ENC_UC.
+///
+/// @param passPhrase  the pass phrase
+/// @param plain       never read
+/// @param count       0
+/// @param text        receives the cipher text with its terminator, an empty text; unchanged on failure
+/// @param capacity    room at `text` in bytes, terminator included
+/// @param hex         not 0: hexadecimal digits, 0: decimal values
+/// @return the length of the cipher text, 0; -1 for failure or too little room
+/// @throws CInvalidArgException* for any count but 0, negative ones too
 /// @ordinal{71}
 ZERATOOLS_API(int)
 ZERA_TOOLS_ENC(_In_z_ const char* passPhrase, const BYTE* plain, int count,
                _Out_writes_z_(capacity) char* text, UINT capacity, BOOL hex);
 
-/// TO BE DOCUMENTED
+/// Decrypts a text into a buffer of bytes.
+///
+/// @param passPhrase  the pass phrase
+/// @param text        the cipher text. With `hex` 0 each character, once widened by the ANSI code page, is a
+///                    cipher byte by its low 8 bits.
+/// @param hex         not 0: the text is hexadecimal digits
+/// @param plain       receives the bytes, without a terminator; unchanged on failure
+/// @param capacity    room at `plain` in bytes
+/// @return the number of bytes; -1 if a pair cannot be read, for too little room or memory; 0 if the
+/// platform's
+///         service fails
 /// @ordinal{72}
 ZERATOOLS_API(int)
 ZERA_TOOLS_DEC(_In_z_ const char* passPhrase, _In_z_ const char* text, UINT hex,
@@ -1098,45 +1160,109 @@ ZERATOOLS_API(void) ZERA_TOOLS_STRING_HEX_TO_UC(_In_z_ const wchar_t* text, CStr
 // --------------------------------------------------------------------------------------------------
 // Encryption
 //
+// RC4 under the MD5 digest of a pass phrase, by the platform's cryptographic service, for the stored texts
+// that exist. It keeps a text from being read by chance and is no protection against an attacker: the same
+// pass phrase gives the same key stream every time. See docs/cipher-text.md.
+//
+// A pass phrase and a plain text are bytes: the bytes of `char` text, the low byte of each UTF-16 unit,
+// without the terminator. Every byte counts, letter case too; a null text counts as empty, and an empty pass
+// phrase is valid. Cipher text is two upper-case hexadecimal digits for each byte, nothing else. Bytes of any
+// number work, as far as a string object holds twice as many characters.
+//
+// Reading takes digits of both cases and ignores a last character without a partner. A pair is read as the C
+// runtime's "%X" does it: one leading digit is enough ("A?" is 0x0A).
+//
+// Encrypting gives -1 for every failure. KEPT FOR HOSTS: decrypting gives -1 when a pair cannot be read or
+// memory for the work is exhausted, but 0 when the platform's service fails.
+//
+// One string may be input and result. Pass phrases and working memory of the library are wiped before they
+// are given back. #ZERA_TOOLS_ENC and #ZERA_TOOLS_DEC, for plain C too, stand above.
 
-/// TO BE DOCUMENTED
+/// Encrypts bytes into a text.
+///
+/// @param passPhrase  the bytes of the pass phrase
+/// @param plain       the bytes
+/// @param text        receives the cipher text; empty on failure
+/// @param hex         not 0: hexadecimal digits; 0: the decimal value of each byte, 1 to 3 digits with
+/// nothing
+///                    between them, which nothing can read back
+/// @return the length of the cipher text in characters; -1 for failure
+/// @throws CInvalidArgException* for an array with a negative size, or with a size and no data
 /// @ordinal{1071}
 ZERATOOLS_API(int)
 ZERA_TOOLS_ENC_UC(const CArray<BYTE, const BYTE&>& passPhrase, const CArray<BYTE, const BYTE&>& plain,
                   CStringW& text, BOOL hex);
 
-/// TO BE DOCUMENTED
+/// Decrypts a text into bytes.
+///
+/// @param passPhrase  the bytes of the pass phrase
+/// @param text        the cipher text; with `hex` 0 the low 8 bits of each character are a cipher byte
+/// @param hex         not 0: the text is hexadecimal digits
+/// @param plain       receives the bytes; empty on failure. Emptied before the pass phrase is read, so an
+/// array
+///                    that is both gives an empty pass phrase.
+/// @return the number of bytes; -1 if a pair cannot be read or memory is exhausted, 0 if the platform's
+/// service
+///         fails
+/// @throws CInvalidArgException* for a pass phrase with a negative size, or with a size and no data
 /// @ordinal{1072}
 ZERATOOLS_API(int)
 ZERA_TOOLS_DEC_UC(const CArray<BYTE, const BYTE&>& passPhrase, _In_z_ const wchar_t* text, BOOL hex,
                   CArray<BYTE, const BYTE&>& plain);
 
-/// TO BE DOCUMENTED
+/// Encrypts a text and gives the beginning of the cipher text.
+///
+/// @param passPhrase  the pass phrase
+/// @param plain       the text, with zero bytes if it has any
+/// @param text        receives the first 8 characters of what #ZERA_TOOLS_ENC_STRING_L gives, fewer if there
+/// are
+///                    not so many; empty on failure
+/// @return the length of the whole cipher text, twice that of the text, not of what was given; -1 for failure
 /// @ordinal{75}
 ZERATOOLS_API(int)
 ZERA_TOOLS_ENC_STRING_S(_In_z_ const char* passPhrase, const CStringA& plain, CStringA& text);
 
-/// TO BE DOCUMENTED
+/// As #ZERA_TOOLS_ENC_STRING_S, with UTF-16 text: of each character only the low byte is encrypted.
 /// @ordinal{1075}
 ZERATOOLS_API(int)
 ZERA_TOOLS_ENC_STRING_S_UC(_In_z_ const wchar_t* passPhrase, const CStringW& plain, CStringW& text);
 
-/// TO BE DOCUMENTED
+/// Encrypts a text.
+///
+/// @param passPhrase  the pass phrase
+/// @param plain       the text, with zero bytes if it has any
+/// @param text        receives the whole cipher text; empty on failure
+/// @return the length of the cipher text, twice that of the text; -1 for failure
 /// @ordinal{77}
 ZERATOOLS_API(int)
 ZERA_TOOLS_ENC_STRING_L(_In_z_ const char* passPhrase, const CStringA& plain, CStringA& text);
 
-/// TO BE DOCUMENTED
+/// As #ZERA_TOOLS_ENC_STRING_L, with UTF-16 text: of each character only the low byte is encrypted.
 /// @ordinal{1077}
 ZERATOOLS_API(int)
 ZERA_TOOLS_ENC_STRING_L_UC(_In_z_ const wchar_t* passPhrase, const CStringW& plain, CStringW& text);
 
-/// TO BE DOCUMENTED
+/// Decrypts a text of at most 99 bytes.
+///
+/// @param passPhrase  the pass phrase
+/// @param text        the cipher text in hexadecimal digits
+/// @param plain       receives the text, which ends at its first zero byte; empty on failure
+/// @return the number of bytes before that cut; -1 if a pair cannot be read or the text has more than 99
+/// bytes, 0
+///         if the platform's service fails
 /// @ordinal{76}
 ZERATOOLS_API(int)
 ZERA_TOOLS_DEC_STRING(_In_z_ const char* passPhrase, const CStringA& text, CStringA& plain);
 
-/// TO BE DOCUMENTED
+/// Decrypts a text of any length.
+///
+/// @param passPhrase  the pass phrase; of each character only the low byte counts
+/// @param text        the cipher text in hexadecimal digits; null counts as empty
+/// @param plain       receives one character, U+0000 to U+00FF, for each byte, zero bytes included; empty on
+/// failure
+/// @return the number of bytes; -1 if a pair cannot be read or memory is exhausted, 0 if the platform's
+/// service
+///         fails
 /// @ordinal{1076}
 ZERATOOLS_API(int)
 ZERA_TOOLS_DEC_STRING_UC(_In_z_ const wchar_t* passPhrase, _In_z_ const wchar_t* text, CStringW& plain);
@@ -1216,8 +1342,18 @@ ZERA_TOOLS_APPLICATION_GET_APPDATAFILES_UC(_In_opt_ HMODULE module, CStringW& co
 // --------------------------------------------------------------------------------------------------
 // Thread messages
 //
+// The thread object is the framework's; the library reads nothing of it but the thread's identifier.
 
-/// TO BE DOCUMENTED
+/// Posts a message to a thread, again and again for two seconds if it does not take any yet.
+///
+/// A thread takes messages once it has a queue, which it gets with its first call for one. After each failure
+/// this sleeps 10 ms on the caller's thread, at most 201 times.
+///
+/// @param thread   the thread's object; null gives 0. Only read at the start.
+/// @param message  the message
+/// @param wParam   its first parameter
+/// @param lParam   its second parameter
+/// @return 1 if it was posted, 0 if it was not after 201 attempts
 /// @ordinal{92}
 ZERATOOLS_API(int)
 ZERA_TOOLS_POSTTHREADMESSAGE(CWinThread* thread, UINT message, WPARAM wParam, LPARAM lParam);

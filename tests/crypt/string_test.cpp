@@ -90,6 +90,26 @@ TEST(CryptString, LongFormIsTheCipherInHexadecimal) {
   }
 }
 
+// Texts as they stand in settings files, and in docs/cipher-text.md.
+TEST(CryptString, StoredTextsStayReadable) {
+  const struct {
+    const char* passPhrase;
+    const char* plain;
+    const char* cipher;
+  } rows[] = {{"key", "", ""},
+              {"key", "a", "0E"},
+              {"key", "abc", "0E7778"},
+              {"Key", "abc", "8D2139"},
+              {"", "abc", "040EB0"}};
+  for (const auto& row : rows) {
+    CStringA text;
+    EXPECT_EQ(Long(row.passPhrase, CStringA(row.plain), text), static_cast<int>(std::strlen(row.cipher)));
+    EXPECT_STREQ(text, row.cipher);
+    EXPECT_EQ(Dec(row.passPhrase, CStringA(row.cipher), text), static_cast<int>(std::strlen(row.plain)));
+    EXPECT_STREQ(text, row.plain);
+  }
+}
+
 TEST(CryptString, ShortFormIsTheBeginningOfTheLongOneWithItsLength) {
   for (const Row& row : Rows()) {
     SCOPED_TRACE(row.passPhrase + " / " + Hex(row.plain.substr(0, 32)));
