@@ -430,8 +430,7 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_RENAME_UC(_In_z_ const wchar_t* oldPath, _In_
 ///
 /// @param path      of the file or folder
 /// @param time      receives it in seconds since 1 January 1970 UTC; when the path is missing, 1 January
-/// 1980,
-///                  01:00:00 local standard time. May be null.
+///                  1980, 01:00:00 local standard time. May be null.
 /// @return 1 if the path exists, else 0
 /// @exception COleException with E_INVALIDARG, should the C runtime be unable to convert that local time;
 ///            `time` is not written then
@@ -461,8 +460,7 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_GET_TIME_MODIFIED_UC(_In_z_ const wchar_t* pa
 /// nothing
 /// @return 1 when copied, 0 if one of the two cannot be opened
 /// @exception CFileException when a read or write fails, or closing the target; both files are closed, a
-/// partly
-///            written target stays
+///            partly written target stays
 /// @ordinal{16}
 ZERATOOLS_API(int) ZERA_TOOLS_FILE_COPY(_In_z_ const char* source, _In_z_ const char* target);
 
@@ -1093,7 +1091,7 @@ ZERA_TOOLS_APPLICATION_LOAD_LANGUAGE_DLL(_In_opt_ HMODULE module, unsigned int l
 /// @param capacity    room at `text` in bytes, terminator included
 /// @param hex         not 0: hexadecimal digits, 0: decimal values
 /// @return the length of the cipher text, 0; -1 for failure or too little room
-/// @throws CInvalidArgException* for any count but 0, negative ones too
+/// @exception CInvalidArgException for any count but 0, negative ones too
 /// @ordinal{71}
 ZERATOOLS_API(int)
 ZERA_TOOLS_ENC(_In_z_ const char* passPhrase, const BYTE* plain, int count,
@@ -1108,8 +1106,7 @@ ZERA_TOOLS_ENC(_In_z_ const char* passPhrase, const BYTE* plain, int count,
 /// @param plain       receives the bytes, without a terminator; unchanged on failure
 /// @param capacity    room at `plain` in bytes
 /// @return the number of bytes; -1 if a pair cannot be read, for too little room or memory; 0 if the
-/// platform's
-///         service fails
+///         platform's service fails
 /// @ordinal{72}
 ZERATOOLS_API(int)
 ZERA_TOOLS_DEC(_In_z_ const char* passPhrase, _In_z_ const char* text, UINT hex,
@@ -1184,10 +1181,9 @@ ZERATOOLS_API(void) ZERA_TOOLS_STRING_HEX_TO_UC(_In_z_ const wchar_t* text, CStr
 /// @param plain       the bytes
 /// @param text        receives the cipher text; empty on failure
 /// @param hex         not 0: hexadecimal digits; 0: the decimal value of each byte, 1 to 3 digits with
-/// nothing
-///                    between them, which nothing can read back
+///                    nothing between them, which nothing can read back
 /// @return the length of the cipher text in characters; -1 for failure
-/// @throws CInvalidArgException* for an array with a negative size, or with a size and no data
+/// @exception CInvalidArgException for an array with a negative size, or with a size and no data
 /// @ordinal{1071}
 ZERATOOLS_API(int)
 ZERA_TOOLS_ENC_UC(const CArray<BYTE, const BYTE&>& passPhrase, const CArray<BYTE, const BYTE&>& plain,
@@ -1199,12 +1195,10 @@ ZERA_TOOLS_ENC_UC(const CArray<BYTE, const BYTE&>& passPhrase, const CArray<BYTE
 /// @param text        the cipher text; with `hex` 0 the low 8 bits of each character are a cipher byte
 /// @param hex         not 0: the text is hexadecimal digits
 /// @param plain       receives the bytes; empty on failure. Emptied before the pass phrase is read, so an
-/// array
-///                    that is both gives an empty pass phrase.
+///                    array that is both gives an empty pass phrase.
 /// @return the number of bytes; -1 if a pair cannot be read or memory is exhausted, 0 if the platform's
-/// service
-///         fails
-/// @throws CInvalidArgException* for a pass phrase with a negative size, or with a size and no data
+///         service fails
+/// @exception CInvalidArgException for a pass phrase with a negative size, or with a size and no data
 /// @ordinal{1072}
 ZERATOOLS_API(int)
 ZERA_TOOLS_DEC_UC(const CArray<BYTE, const BYTE&>& passPhrase, _In_z_ const wchar_t* text, BOOL hex,
@@ -1215,8 +1209,7 @@ ZERA_TOOLS_DEC_UC(const CArray<BYTE, const BYTE&>& passPhrase, _In_z_ const wcha
 /// @param passPhrase  the pass phrase
 /// @param plain       the text, with zero bytes if it has any
 /// @param text        receives the first 8 characters of what #ZERA_TOOLS_ENC_STRING_L gives, fewer if there
-/// are
-///                    not so many; empty on failure
+///                    are not so many; empty on failure
 /// @return the length of the whole cipher text, twice that of the text, not of what was given; -1 for failure
 /// @ordinal{75}
 ZERATOOLS_API(int)
@@ -1248,8 +1241,7 @@ ZERA_TOOLS_ENC_STRING_L_UC(_In_z_ const wchar_t* passPhrase, const CStringW& pla
 /// @param text        the cipher text in hexadecimal digits
 /// @param plain       receives the text, which ends at its first zero byte; empty on failure
 /// @return the number of bytes before that cut; -1 if a pair cannot be read or the text has more than 99
-/// bytes, 0
-///         if the platform's service fails
+///         bytes, 0 if the platform's service fails
 /// @ordinal{76}
 ZERATOOLS_API(int)
 ZERA_TOOLS_DEC_STRING(_In_z_ const char* passPhrase, const CStringA& text, CStringA& plain);
@@ -1261,8 +1253,7 @@ ZERA_TOOLS_DEC_STRING(_In_z_ const char* passPhrase, const CStringA& text, CStri
 /// @param plain       receives one character, U+0000 to U+00FF, for each byte, zero bytes included; empty on
 /// failure
 /// @return the number of bytes; -1 if a pair cannot be read or memory is exhausted, 0 if the platform's
-/// service
-///         fails
+///         service fails
 /// @ordinal{1076}
 ZERATOOLS_API(int)
 ZERA_TOOLS_DEC_STRING_UC(_In_z_ const wchar_t* passPhrase, _In_z_ const wchar_t* text, CStringW& plain);
