@@ -76,6 +76,17 @@ class FileApi {
   bool wide_;
 };
 
+/// Makes a file of a given size without writing its bytes.
+inline std::wstring SparseFile(const TempFolder& folder, long long size) {
+  const std::wstring path = folder.File(L"sparse.bin", "");
+  const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  LARGE_INTEGER end;
+  end.QuadPart = size;
+  EXPECT_TRUE(::SetFilePointerEx(file, end, nullptr, FILE_BEGIN) && ::SetEndOfFile(file));
+  ::CloseHandle(file);
+  return path;
+}
+
 /// Runs each test for both variants:
 ///   class Deleting : public test::BothVariants {};
 ///   ZERA_BOTH_VARIANTS(Deleting);

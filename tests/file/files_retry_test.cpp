@@ -1,6 +1,7 @@
 // Deleting and renaming, with their attempts and pauses counted.
 #include "CallLog.h"
 #include "FileApi.h"
+#include "Sharing.h"
 
 namespace {
 
@@ -12,20 +13,8 @@ using test::Times;
 constexpr Answer kHeld = {Answer::kFail, ERROR_SHARING_VIOLATION};
 
 // Holds a file open against everyone.
-class Holder {
- public:
-  explicit Holder(const std::wstring& path)
-      : file_(::CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr)) {
-    EXPECT_NE(file_, INVALID_HANDLE_VALUE);
-  }
-  ~Holder() { Release(); }
-  void Release() {
-    if (file_ != INVALID_HANDLE_VALUE) ::CloseHandle(file_);
-    file_ = INVALID_HANDLE_VALUE;
-  }
-
- private:
-  HANDLE file_;
+struct Holder : test::Opened {
+  explicit Holder(const std::wstring& path) : Opened(path, GENERIC_READ, 0) {}
 };
 
 void ExpectPausesOf10(const CallLog& log) {
@@ -89,7 +78,7 @@ TEST_P(Deleting, PausesTakeAQuarterOfASecond) {
 TEST_P(Deleting, ReleasedFileIsDeletedAtTheNextAttempt) {
   Holder holder(file);
   const CallLog log([&](const Call& call) {
-    if (call.kind == 's' && call.nth == 3) holder.Release();
+    if (call.kind == 's' && call.nth == 3) holder.Close();
     return Answer();
   });
   EXPECT_EQ(api.Delete(file), 1);

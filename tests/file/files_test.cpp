@@ -1,7 +1,4 @@
-// The exports that ask for one file, as a host calls them: existence, size, extension, time, waiting.
-#include <atomic>
-#include <thread>
-
+// The exports that ask for one file, as a host calls them: existence, size, time.
 #include "CallLog.h"
 #include "FileApi.h"
 #include "support/InvalidParameter.h"
@@ -11,20 +8,6 @@ namespace {
 using test::Answer;
 using test::Call;
 using test::CallLog;
-using test::Times;
-
-constexpr auto kNever = ERROR_FILE_NOT_FOUND;
-
-// Makes a file of a given size without writing its bytes.
-std::wstring SparseFile(const test::TempFolder& folder, long long size) {
-  const std::wstring path = folder.File(L"sparse.bin", "");
-  const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-  LARGE_INTEGER end;
-  end.QuadPart = size;
-  EXPECT_TRUE(::SetFilePointerEx(file, end, nullptr, FILE_BEGIN) && ::SetEndOfFile(file));
-  ::CloseHandle(file);
-  return path;
-}
 
 // A path of this many characters in the folder.
 std::wstring PathOfLength(const test::TempFolder& folder, std::size_t length) {
@@ -77,7 +60,7 @@ TEST_P(Existing, SecondAnswerDecidesForEmptiness) {
   const test::TempFolder folder;
   const std::wstring file = folder.File(L"empty.txt", "");
   const CallLog log([](const Call& call) {
-    return call.kind == '?' && call.nth == 2 ? Answer{Answer::kFail, kNever} : Answer();
+    return call.kind == '?' && call.nth == 2 ? Answer{Answer::kFail, ERROR_FILE_NOT_FOUND} : Answer();
   });
   EXPECT_EQ(api.Exist(file), 0);
   EXPECT_EQ(log.Sequence(), "??");
@@ -147,7 +130,7 @@ TEST_P(Sizes, FourGigabytesAndMoreAreCutTo32Bits) {
       {0xFFFFFFFFLL, 0xFFFFFFFFu}, {0x100000000LL, 0}, {0x100000001LL, 1}, {5LL << 30, 1u << 30}};
   for (const auto& [size, expected] : sizes) {
     const test::TempFolder folder;
-    EXPECT_EQ(api.GetSize(SparseFile(folder, size)), expected) << size;
+    EXPECT_EQ(api.GetSize(test::SparseFile(folder, size)), expected) << size;
   }
 }
 
@@ -161,194 +144,11 @@ TEST_P(Sizes, OneQuery) {
 
 TEST_P(Sizes, HugeEmptyLookingFileExistsAndIsNotWaitedFor) {
   const test::TempFolder folder;
-  const std::wstring file = SparseFile(folder, 0x100000000LL);
+  const std::wstring file = test::SparseFile(folder, 0x100000000LL);
   const CallLog log;
   EXPECT_EQ(api.Exist(file), 1);
   EXPECT_EQ(api.Wait(file, 100), 1);
   EXPECT_EQ(log.Sequence(), "??") << "64 bits of the size count here";
-}
-
-class Extensions : public test::BothVariants {};
-ZERA_BOTH_VARIANTS(Extensions);
-
-TEST_P(Extensions, TextIsFoundAnywhereIgnoringCase) {
-  const struct {
-    const wchar_t *path, *text;
-    int found;
-  } cases[] = {
-      {L"C:\\data\\run.txt", L"txt", 1},
-      {L"C:\\data\\run.txt", L".txt", 1},
-      {L"C:\\data\\run.txt", L"TX", 1},
-      {L"C:\\data\\run.txt", L"t", 1},
-      {L"C:\\data\\run.txt", L"T", 1},
-      {L"C:\\data\\run.txt", L".", 1},
-      {L"C:\\data\\run.txt", L"", 1},
-      {L"C:\\data\\RUN.TXT", L"xt", 1},
-      {L"C:\\data\\run.txt", L"tt", 0},
-      {L"C:\\data\\run.txt", L"txts", 0},
-      {L"C:\\data\\run.txt", L".txt.", 0},
-      {L"C:\\data\\run.txt", L"run", 0},
-      {L"C:\\data\\run.txt", L"*", 0},
-      {L"data.ini", L"IN", 1},
-      {L"readme", L"", 1},
-      {L"readme", L"r", 0},
-      {L"readme", L".", 0},
-      {L"", L"", 1},
-      {L"", L"x", 0},
-      {L"a.tar.gz", L"gz", 1},
-      {L"a.tar.gz", L"tar", 0},
-      {L"C:\\v1.2\\readme", L"2", 0},
-      {L"C:/v1.2/readme.md", L"MD", 1},
-      {L"C:\\data\\", L"", 1},
-      {L"name.", L".", 1},
-      {L".ini", L"ini", 1},
-      {L"C:.x", L"X", 1},
-      {L"a. b", L" B", 1},
-  };
-  const CallLog log;
-  for (const auto& one : cases) {
-    EXPECT_EQ(api.HasExtension(one.path, one.text), one.found)
-        << test::Ansi(one.path) << " <- " << test::Ansi(one.text);
-  }
-  EXPECT_EQ(log.Sequence("?FNDMsORWC"), "") << "text only";
-}
-
-TEST_P(Extensions, LettersOfTheCodePageFold) {
-  if (::GetACP() == 932) {
-    // Greek, Cyrillic and full-width Latin; the second byte of the Katakana letter is a backslash.
-    EXPECT_EQ(api.HasExtension(L"a.\u03b1\u03b2", L"\u0391\u0392"), 1);
-    EXPECT_EQ(api.HasExtension(L"a.\u0416", L"\u0436"), 1);
-    EXPECT_EQ(api.HasExtension(L"a.\uff54\uff58\uff54", L"\uff34\uff38"), 1);
-    EXPECT_EQ(api.HasExtension(L"a.\u30bdx", L"x"), 1);
-    EXPECT_EQ(api.HasExtension(L"a.\u30bdx", L"\u30bd"), 1);
-    EXPECT_EQ(api.HasExtension(L"a.x\u30bd", L"\\"), 0);
-  } else {
-    EXPECT_EQ(api.HasExtension(L"a.\u00e4\u00f6", L"\u00c4\u00d6"), 1);
-    EXPECT_EQ(api.HasExtension(L"a.\u00c4", L"\u00e4"), 1);
-    EXPECT_EQ(api.HasExtension(L"a.\u00e4", L"a"), 0);
-    EXPECT_EQ(api.HasExtension(L"a.\u00df", L"SS"), 0) << "one character stays one";
-  }
-}
-
-TEST_P(Extensions, LongestExtensionAndTextAreCompared) {
-  test::InvalidParameter handler;
-  const std::wstring longest = L"." + std::wstring(253, L'x') + L"y";
-  ASSERT_EQ(longest.size(), 255u);
-  EXPECT_EQ(api.HasExtension(L"a" + longest, longest), 1);
-  EXPECT_EQ(api.HasExtension(L"a" + longest, L"XY"), 1);
-  EXPECT_EQ(api.HasExtension(L"a" + longest, longest + L"y"), 0);
-  EXPECT_EQ(api.HasExtension(L"a" + longest, std::wstring(32766, L'x')), 0);
-  EXPECT_EQ(handler.Count(), 0);
-}
-
-TEST_P(Extensions, OverlongComponentLeavesNoExtension) {
-  test::InvalidParameter handler;
-  const std::wstring tooLong(256, L'x');
-  EXPECT_EQ(api.HasExtension(L"a." + tooLong, L"x"), 0);
-  EXPECT_EQ(api.HasExtension(tooLong + L".txt", L"txt"), 0);
-  EXPECT_EQ(api.HasExtension(L"\\" + tooLong + L"\\a.txt", L"txt"), 0);
-  EXPECT_EQ(api.HasExtension(std::wstring(32763, L'x') + L".txt", L"txt"), 0);
-  EXPECT_EQ(api.HasExtension(std::wstring(32763, L'x') + L".txt", L""), 1);
-  EXPECT_EQ(handler.Count(), 0);
-}
-
-TEST(ExtensionsWide, FoldingIsNotBoundToTheCodePage) {
-  const auto has = test::Export<decltype(ZERA_TOOLS_FILE_HAS_EXTENSION_UC)>(1005);
-  EXPECT_EQ(has(L"a.\u0436\u03b1", L"\u0416\u0391"), 1);
-  EXPECT_EQ(has(L"a.\xD800x", L"\xD800X"), 1) << "a lone surrogate is a character like others";
-  EXPECT_EQ(has(nullptr, L""), 1);
-  EXPECT_EQ(has(nullptr, L"x"), 0);
-  EXPECT_EQ(has(L"a.x", nullptr), 1);
-}
-
-class Waiting : public test::BothVariants {};
-ZERA_BOTH_VARIANTS(Waiting);
-
-TEST_P(Waiting, FileWithContentNeedsNoSleep) {
-  const test::TempFolder folder;
-  const std::wstring file = folder.File(L"full.txt", "x");
-  for (const unsigned timeout : {0u, 19u, 20u, 0xFFFFFFFFu}) {
-    const CallLog log;
-    EXPECT_EQ(api.Wait(file, timeout), 1);
-    EXPECT_EQ(log.Sequence(), "?");
-  }
-}
-
-TEST_P(Waiting, TimeOutIsCountedInPollsOf20Milliseconds) {
-  const test::TempFolder folder;
-  const std::wstring missing = folder / L"missing.txt";
-  const std::wstring empty = folder.File(L"empty.txt", "");
-  const std::wstring sub = folder.Folder(L"sub");
-  const std::pair<unsigned, int> polls[] = {{20, 1}, {39, 1}, {40, 2}, {100, 5}, {119, 5}, {2000, 100}};
-  for (const auto& [timeout, count] : polls) {
-    for (const std::wstring& path : {missing, empty, sub}) {
-      const CallLog log;
-      EXPECT_EQ(api.Wait(path, timeout), 0);
-      EXPECT_EQ(log.Sequence(), Times(count, "?s")) << timeout;
-      for (const Call& sleep : log.Of('s')) EXPECT_EQ(sleep.number, 20u);
-    }
-  }
-}
-
-TEST_P(Waiting, EndsAsSoonAsThereIsContent) {
-  const test::TempFolder folder;
-  const std::wstring path = folder / L"late.txt";
-  const CallLog log([&](const Call& call) {
-    if (call.kind == 's' && call.nth == 2) test::WriteBytes(path, "");
-    if (call.kind == 's' && call.nth == 4) test::WriteBytes(path, "x");
-    return Answer();
-  });
-  EXPECT_EQ(api.Wait(path, 100), 1);
-  EXPECT_EQ(log.Sequence(), Times(4, "?s") + "?");
-}
-
-TEST_P(Waiting, NothingIsLookedAtAfterTheLastSleep) {
-  const test::TempFolder folder;
-  const std::wstring path = folder / L"late.txt";
-  const CallLog log([&](const Call& call) {
-    if (call.kind == 's' && call.nth == 5) test::WriteBytes(path, "x");
-    return Answer();
-  });
-  EXPECT_EQ(api.Wait(path, 100), 0);
-  EXPECT_EQ(log.Sequence(), Times(5, "?s"));
-}
-
-TEST_P(Waiting, LessThanOnePollHasNoEnd) {
-  for (const unsigned timeout : {0u, 1u, 19u}) {
-    const test::TempFolder folder;
-    const std::wstring path = folder / L"late.txt";
-    const CallLog log([&](const Call& call) {
-      if (call.kind == 's' && call.nth == 700) test::WriteBytes(path, "x");
-      return Answer();
-    });
-    EXPECT_EQ(api.Wait(path, timeout), 1);
-    EXPECT_EQ(log.Of('s').size(), 700u);
-  }
-}
-
-TEST_P(Waiting, LargestTimeOutDoesNotEndEarly) {
-  const test::TempFolder folder;
-  const std::wstring path = folder / L"late.txt";
-  const CallLog log([&](const Call& call) {
-    if (call.kind == 's' && call.nth == 700) test::WriteBytes(path, "x");
-    return Answer();
-  });
-  EXPECT_EQ(api.Wait(path, 0xFFFFFFFFu), 1);
-  EXPECT_EQ(log.Of('s').size(), 700u);
-}
-
-TEST_P(Waiting, AnotherThreadsFileIsSeen) {
-  const test::TempFolder folder;
-  const std::wstring path = folder / L"late.txt";
-  const ULONGLONG start = ::GetTickCount64();
-  std::thread writer([&] {
-    ::Sleep(70);
-    test::WriteBytes(path, "x");
-  });
-  EXPECT_EQ(api.Wait(path, 20000), 1);
-  writer.join();
-  EXPECT_GE(::GetTickCount64() - start, 60u);
-  EXPECT_LT(::GetTickCount64() - start, 10000u);
 }
 
 class Modified : public test::BothVariants {
