@@ -57,11 +57,13 @@ const CRuntimeClass classCFileException = {"CFileException", sizeof(CFileExcepti
 const CRuntimeClass classCOleException = {
     "COleException", sizeof(COleException), kNoSchema, nullptr, RecordOf<&classCException>, nullptr, nullptr};
 
-// The deleting destructor of the Microsoft ABI: bit 0 asks for the memory to be given back.
+// The deleting destructor of the Microsoft ABI: bit 0 asks for the memory to be given back. The objects that
+// stand ready have none to give, also for a host that deletes what it caught without asking.
 template <class Class>
 void* Destroy(Class* object, unsigned flags) {
+  const bool fromHeap = object->m_bAutoDelete > 0;
   object->~Class();
-  if (flags & 1) ::operator delete(static_cast<void*>(object));
+  if ((flags & 1) && fromHeap) ::operator delete(static_cast<void*>(object));
   return object;
 }
 

@@ -70,6 +70,7 @@ BOOL CFile::Open(const wchar_t* path, UINT flags, CFileException* error) {
     if (error) {
       error->m_cause = CFileException::badPath;
       error->m_lOsError = ERROR_BAD_PATHNAME;
+      error->m_strFileName = path;
     }
     return FALSE;
   }
@@ -146,12 +147,14 @@ BOOL CFileFind::FindFile(const wchar_t* pattern) {
   Close();
   const std::size_t length = pattern ? PathLength(pattern) : 0;
   if (length == 0 || length >= _MAX_PATH) return FALSE;
+  // The entries' paths are full ones: they mean the same files when another thread changes the
+  // process's current folder during a walk.
+  wchar_t* name = nullptr;
+  const DWORD full = ::GetFullPathNameW(pattern, _MAX_PATH, folder_, &name);
+  if (full == 0 || full >= _MAX_PATH) return FALSE;
   handle_ = ::FindFirstFileW(pattern, &next_);
   if (handle_ == INVALID_HANDLE_VALUE) return FALSE;
-  std::size_t folder = length;
-  while (folder > 0 && !std::wcschr(L"\\/:", pattern[folder - 1])) --folder;
-  std::wmemcpy(folder_, pattern, folder);
-  folder_[folder] = 0;
+  if (name) *name = 0;
   return TRUE;
 }
 

@@ -138,6 +138,8 @@ void TestWay(const Way<Class>& way) {
     e->Delete();
   });
   CatchAs<const CException*>(way, [](const CException* e) { const_cast<CException*>(e)->Delete(); });
+  // A host that deletes without asking whether the object wants it.
+  CatchAs<CException*>(way, [](CException* e) { delete e; });
   CatchAs<CObject*>(way, [](CObject* e) { static_cast<CException*>(e)->Delete(); });
   CatchAs<void*>(way, [](void* e) { static_cast<CException*>(e)->Delete(); });
 

@@ -1,0 +1,122 @@
+// Platform codes as exceptions, calendar times, and the lock.
+#include <afxmt.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "support/ImportHook.h"
+
+namespace {
+
+// The code of the exception that a body raises; E_OUTOFMEMORY for the memory exception.
+template <class Body>
+HRESULT CodeOf(Body body) {
+  try {
+    body();
+  } catch (COleException* exception) {
+    const HRESULT code = exception->m_sc;
+    exception->Delete();
+    return code;
+  } catch (CMemoryException* exception) {
+    exception->Delete();
+    return E_OUTOFMEMORY;
+  }
+  return 1;
+}
+
+TEST(Errors, ExhaustedMemoryIsTheMemoryException) {
+  EXPECT_EQ(CodeOf([] { AtlThrow(E_OUTOFMEMORY); }), E_OUTOFMEMORY);
+  EXPECT_EQ(CodeOf([] { AtlThrow(E_FAIL); }), E_FAIL);
+  EXPECT_EQ(CodeOf([] { AtlThrow(E_INVALIDARG); }), E_INVALIDARG);
+}
+
+TEST(Errors, PlatformNumbersBecomeCodes) {
+  const struct {
+    DWORD number;
+    DWORD code;
+  } rows[] = {
+      {ERROR_ACCESS_DENIED, 0x80070005},
+      {ERROR_OUTOFMEMORY, 0x8007000E},  // which is the memory exception's
+      {0x12345, 0x80072345},
+      {0x7FFFFFFF, 0x8007FFFF},
+      {0, 0},
+      {0x80004005, 0x80004005},
+      {0xFFFFFFFF, 0xFFFFFFFF},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(static_cast<DWORD>(CodeOf([&] {
+                ::SetLastError(row.number);
+                AtlThrowLastWin32();
+              })),
+              row.code)
+        << std::hex << row.number;
+  }
+}
+
+BOOL WINAPI NoSection(LPCRITICAL_SECTION, DWORD) {
+  ::SetLastError(ERROR_NO_SYSTEM_RESOURCES);
+  return FALSE;
+}
+
+TEST(Errors, LockThatCannotBeMadeRaises) {
+  const test::ImportHook hook("InitializeCriticalSectionAndSpinCount", &NoSection,
+                              ::GetModuleHandleW(nullptr));
+  EXPECT_EQ(CodeOf([] { CCriticalSection section; }),
+            static_cast<HRESULT>(0x80070000 | ERROR_NO_SYSTEM_RESOURCES));
+}
+
+TEST(Errors, CalendarTimes) {
+  // Standard time is asked for: the C runtime's own answer is the measure.
+  struct tm fields = {};
+  fields.tm_year = 80;
+  fields.tm_mday = 1;
+  fields.tm_hour = 1;
+  EXPECT_EQ(CTime(1980, 1, 1, 1, 0, 0, 0).GetTime(), ::_mktime64(&fields));
+  const int bad[][6] = {{1969, 1, 1, 0, 0, 0},  {1980, 0, 1, 0, 0, 0},  {1980, 13, 1, 0, 0, 0},
+                        {1980, 1, 0, 0, 0, 0},  {1980, 1, 32, 0, 0, 0}, {1980, 1, 1, -1, 0, 0},
+                        {1980, 1, 1, 24, 0, 0}, {1980, 1, 1, 0, 60, 0}, {1980, 1, 1, 0, 0, 60}};
+  for (const auto& row : bad) {
+    EXPECT_EQ(CodeOf([&] { CTime(row[0], row[1], row[2], row[3], row[4], row[5], 0); }), E_FAIL);
+  }
+  EXPECT_EQ(CodeOf([] { CTime(9999, 1, 1, 0, 0, 0, 0); }), E_INVALIDARG);
+}
+
+TEST(Errors, FileTimesBefore1970AreNegative) {
+  const auto at = [](ULONGLONG steps) {
+    return CTime(FILETIME{static_cast<DWORD>(steps), static_cast<DWORD>(steps >> 32)}).GetTime();
+  };
+  EXPECT_EQ(at(116'444'736'000'000'000), 0);
+  EXPECT_EQ(at(116'444'736'019'999'999), 1);
+  EXPECT_EQ(at(116'444'735'990'000'000), -1);
+  EXPECT_EQ(at(0), -11'644'473'600);
+}
+
+TEST(Errors, MessagesComeFromThePlatform) {
+  wchar_t text[200] = L"old";
+  UINT help = 77;
+  CFileException file(CFileException::fileNotFound, ERROR_FILE_NOT_FOUND, nullptr);
+  EXPECT_TRUE(file.GetErrorMessage(text, 200, &help));
+  EXPECT_NE(text[0], 0);
+  EXPECT_EQ(help, 0u);
+  CFileException unknown(CFileException::diskFull, -1, nullptr);
+  EXPECT_FALSE(unknown.GetErrorMessage(text, 200));
+  EXPECT_EQ(text[0], 0);
+  text[0] = L'x';
+  EXPECT_FALSE(file.GetErrorMessage(text, 0));
+  EXPECT_EQ(text[0], L'x');
+  EXPECT_FALSE(file.GetErrorMessage(nullptr, 200));
+}
+
+TEST(Errors, ObjectsThatStandReadyAreNotDeleted) {
+  for (int round = 0; round < 3; ++round) {
+    try {
+      AfxThrowMemoryException();
+    } catch (CMemoryException* exception) {
+      EXPECT_EQ(exception, framework::MemoryException());
+      exception->DeletingDestructor(1);
+      exception->Delete();
+    }
+  }
+}
+
+}  // namespace
