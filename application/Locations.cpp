@@ -7,7 +7,7 @@
 #include "ModulePath.h"
 #include "file/Contents.h"
 #include "file/Files.h"
-#include "file/PathOperations.h"
+#include "file/PathPlatform.h"
 #include "file/ProbeName.h"
 #include "file/Storage.h"
 
@@ -44,14 +44,15 @@ struct Folders {
   }
 };
 
-// Whether files can be made in the folder of a file, tried with a copy of that file.
-bool CanCopyBeside(const wchar_t* file, std::size_t length) {
-  wchar_t probe[_MAX_PATH] = {};
-  if (length >= _MAX_PATH) return false;
-  std::char_traits<wchar_t>::copy(probe, file, length);
-  using Wide = file::PathOperations<wchar_t>;
-  using Parts = file::Parts<wchar_t>;
-  Wide::ReplaceFrom(&Parts::name, &Parts::extension, probe, _MAX_PATH, file::ProbeName(probe).text);
+// Whether files can be made in the folder of a file, tried with a copy of that file. No probe fits into the
+// deepest folders that the platform's paths allow; they count as not writable.
+bool CanCopyBeside(const LocationText& file) {
+  const auto parts = file::Split(file.view(), file::LeadBytes());
+  const std::size_t folder = parts.drive.size() + parts.directory.size();
+  wchar_t probe[_MAX_PATH];
+  if (folder + file::kProbeNameLength >= _MAX_PATH) return false;
+  std::char_traits<wchar_t>::copy(probe, file, folder);
+  std::char_traits<wchar_t>::copy(probe + folder, file::ProbeName(probe).text, file::kProbeNameLength + 1);
   bool copied = false;
   try {
     copied = file::Copy(file, probe) && file::Exist(probe);
@@ -101,7 +102,7 @@ int FindSettingsFile(HMODULE handle, int& copied, Store store) {
   LocationText beside;
   beside.Append(module.Without(3)).Append(L"ini");
   store(beside);
-  if (file::Exist(beside) && CanCopyBeside(beside, beside.view().size())) return 1;
+  if (file::Exist(beside) && CanCopyBeside(beside)) return 1;
 
   Folders files(NamesOf(module.view(), tools));
   files.common.Append(L".ini");

@@ -377,18 +377,23 @@ TEST_P(SettingsFile, PathsBeyondThePlatformsLimitCountAsMissing) {
   EXPECT_EQ(answer.file, GetParam().wide ? Temp() + L"User\\Prog\\" + base + L".ini" : L"");
 }
 
-// A folder too deep for the probe's name is an invalid parameter for the path operations; with a handler
-// that returns, the file beside is passed over.
+// A folder that leaves the probe no room counts as one where no file can be made.
 TEST_P(SettingsFile, FolderTooDeepForAProbe) {
-  std::wstring folder = temp_.Folder(std::wstring(243 - Temp().size(), L'd'));
-  ASSERT_EQ(folder.size(), 244u);
-  test::WriteBytes(folder + L"v.ini", "beside");
-  installation_->module = folder + L"v.exe";
-  test::InvalidParameter handler;
-  const Answer answer = Ask();
-  EXPECT_GE(handler.Count(), 1);
-  EXPECT_EQ(answer.result, 0);
-  EXPECT_EQ(temp_.Entries().size(), 6u) << "no probe";
+  for (const std::size_t length : {239, 240, 250}) {
+    const std::wstring name(length - Temp().size() - 1, L'd');
+    const std::wstring beside = temp_.Folder(name) + L"v.ini";
+    ASSERT_EQ(beside.size(), length + 5);
+    test::WriteBytes(beside, "beside");
+    installation_->module = temp_ / (name + L"\\v.exe");
+    const test::InvalidParameter handler;
+    const Answer answer = Ask();
+    EXPECT_EQ(handler.Count(), 0);
+    EXPECT_EQ(answer.result, length == 239) << length;
+    EXPECT_EQ(answer.file == beside, length == 239);
+    EXPECT_EQ(temp_.Entries().size(), 6u) << "no probe";
+    ::DeleteFileW(beside.c_str());
+    ::RemoveDirectoryW((temp_ / name).c_str());
+  }
 }
 
 TEST_P(SettingsFile, TakesNothingFromTheHeapAndNoHandles) {
