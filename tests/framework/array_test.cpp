@@ -18,8 +18,10 @@ Fields& FieldsOf(ByteArray& array) {
   return reinterpret_cast<Fields&>(array);
 }
 
-void* __cdecl NoMemory(void*, std::size_t) {
-  return nullptr;
+// The C++ runtime of this program reallocates as well when an exception is on its way.
+decltype(&std::realloc) platformRealloc = nullptr;
+void* __cdecl NotAThousand(void* old, std::size_t size) {
+  return size == 1000 ? nullptr : platformRealloc(old, size);
 }
 
 TEST(Array, NewElementsAreZero) {
@@ -69,7 +71,10 @@ TEST(Array, WithoutMemoryTheArrayIsAsItWas) {
   ByteArray array;
   array.SetSize(4);
   array[3] = 9;
-  const test::ImportHook hook("realloc", &NoMemory, ::GetModuleHandleW(nullptr));
+  platformRealloc = reinterpret_cast<decltype(&std::realloc)>(
+      reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"ucrtbase.dll"), "realloc")));
+  ASSERT_NE(platformRealloc, nullptr);
+  const test::ImportHook hook("realloc", &NotAThousand, ::GetModuleHandleW(nullptr));
   int raised = 0;
   for (const INT_PTR size : {INT_PTR{1000}, INT_PTR{1} << 62}) {
     try {
