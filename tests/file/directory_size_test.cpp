@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int kFolders = 100;
+constexpr int kFolders = 50;
 constexpr int kFilesEach = 200;
 
 // How much the library holds at most, by its own count of blocks.
