@@ -723,22 +723,62 @@ ZERA_TOOLS_FILE_COPY_ALL_UC(_In_z_ const wchar_t* startPath, _In_z_ const wchar_
 
 // --------------------------------------------------------------------------------------------------
 // Reading settings files
+// Files of sections and keys that the platform's private-profile functions read and write; the format, with
+// the keys beside a text key, is in docs/settings-files.md.
 //
+// An empty value counts as a missing one. A missing file, section or key gives the default; there is no
+// failure. Values of numbers are cut after 255 characters. Names are passed to the platform as they are;
+// null ones have the meaning that it gives them.
 
-/// TO BE DOCUMENTED
+/// Reads a text.
+///
+/// Looks at the key alone, not at its companions.
+///
+/// @param section      name of the section, without brackets
+/// @param key          name of the key
+/// @param file         path of the settings file; without a folder, the platform looks in the Windows folder
+/// @param defaultText  taken when the key is missing or its value empty; null counts as empty
+/// @param text         receives the text; should not be null
+/// @param capacity     room at `text` in characters, not bytes, terminator included. A longer value, and the
+///                     default of a missing key, are cut to it by the platform. The default of an empty
+///                     value is given whole or, if it does not fit, not at all; `text` then stays as the
+///                     platform left it, which is empty.
 /// @ordinal{50}
 ZERATOOLS_API(void)
 ZERA_TOOLS_READ_STRING(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
                        _In_z_ const char* defaultText, _Out_writes_z_(capacity) char* text, size_t capacity);
 
-/// As #ZERA_TOOLS_READ_STRING, with UTF-16 text.
+/// Reads a UTF-16 text, with the characters that the file's code page cannot carry.
+///
+/// Three places are asked; the first with a value that is not empty wins: the key with `_utf8` behind its
+/// name, UTF-8 bytes; the key with `_UC` behind its name, hexadecimal numbers as #ZERA_TOOLS_STRING_UC_TO_HEX
+/// writes them, of which the text up to the first NUL counts; the key itself.
+///
+/// @param section      name of the section, without brackets
+/// @param key          name of the key
+/// @param file         path of the settings file; without a folder, the platform looks in the Windows folder
+/// @param defaultText  as for #ZERA_TOOLS_READ_STRING
+/// @param text         receives the text; set to an empty one first, so it should not hold `defaultText`
+/// @param capacity     room at `text` in characters, not bytes, terminator included. Text of a companion is
+///                     given whole or, if it does not fit, as an empty text. Text of the key itself and
+///                     defaults are as for #ZERA_TOOLS_READ_STRING. Ten times as much memory is taken for
+///                     the call; a capacity for which there is none raises CMemoryException, with `text`
+///                     empty.
 /// @ordinal{1050}
 ZERATOOLS_API(void)
 ZERA_TOOLS_READ_STRING_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
                           _In_z_ const wchar_t* file, _In_z_ const wchar_t* defaultText,
                           _Out_writes_z_(capacity) wchar_t* text, size_t capacity);
 
-/// TO BE DOCUMENTED
+/// Reads a signed number.
+///
+/// @param section      name of the section, without brackets
+/// @param key          name of the key
+/// @param file         path of the settings file; without a folder, the platform looks in the Windows folder
+/// @param defaultValue given as it is, unclamped, when the key is missing or its value empty
+/// @param minimum      the least value given
+/// @param maximum      the greatest value given; a `minimum` above it wins for values below the minimum
+/// @return the value, clamped; text without a number counts as 0, which is then clamped
 /// @ordinal{51}
 ZERATOOLS_API(int)
 ZERA_TOOLS_READ_INT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
@@ -750,7 +790,16 @@ ZERATOOLS_API(int)
 ZERA_TOOLS_READ_INT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
                        int defaultValue, int minimum, int maximum);
 
-/// TO BE DOCUMENTED
+/// Reads an unsigned number.
+///
+/// @param section      name of the section, without brackets
+/// @param key          name of the key
+/// @param file         path of the settings file; without a folder, the platform looks in the Windows folder
+/// @param defaultValue given as it is, unclamped, when the key is missing or its value empty
+/// @param minimum      the least value given
+/// @param maximum      the greatest value given; a `minimum` above it wins for values below the minimum
+/// @return the value, clamped; text without a number counts as 0, which is then clamped
+///         Decimal only. A minus sign wraps: "-1" is 4294967295 before clamping.
 /// @ordinal{52}
 ZERATOOLS_API(unsigned int)
 ZERA_TOOLS_READ_UINT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
@@ -762,7 +811,16 @@ ZERATOOLS_API(unsigned int)
 ZERA_TOOLS_READ_UINT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
                         unsigned int defaultValue, unsigned int minimum, unsigned int maximum);
 
-/// TO BE DOCUMENTED
+/// Reads an unsigned 16-bit number.
+///
+/// @param section      name of the section, without brackets
+/// @param key          name of the key
+/// @param file         path of the settings file; without a folder, the platform looks in the Windows folder
+/// @param defaultValue given as it is, unclamped, when the key is missing or its value empty
+/// @param minimum      the least value given
+/// @param maximum      the greatest value given; a `minimum` above it wins for values below the minimum
+/// @return the value, clamped; text without a number counts as 0, which is then clamped
+///         Read and clamped as 32 bits: "65536" gives `maximum`, and so does "-1".
 /// @ordinal{58}
 ZERATOOLS_API(WORD)
 ZERA_TOOLS_READ_WORD(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
@@ -774,7 +832,20 @@ ZERATOOLS_API(WORD)
 ZERA_TOOLS_READ_WORD_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
                         WORD defaultValue, WORD minimum, WORD maximum);
 
-/// TO BE DOCUMENTED
+/// Reads a floating-point number.
+///
+/// @param section      name of the section, without brackets
+/// @param key          name of the key
+/// @param file         path of the settings file; without a folder, the platform looks in the Windows folder
+/// @param defaultValue given as it is, unclamped, when the key is missing or its value empty
+/// @param minimum      the least value given
+/// @param maximum      the greatest value given; a `minimum` above it wins for values below the minimum
+/// @return the value, clamped; text without a number counts as 0, which is then clamped
+///         The decimal separator is a point under every locale. A text that is no number to the C runtime
+///         ("nan") passes the clamp.
+///
+/// Threads: the process's LC_NUMERIC is "english" during the conversion. Another thread that formats or
+/// parses a number in that moment sees English rules.
 /// @ordinal{53}
 ZERATOOLS_API(double)
 ZERA_TOOLS_READ_DOUBLE(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
@@ -786,7 +857,18 @@ ZERATOOLS_API(double)
 ZERA_TOOLS_READ_DOUBLE_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
                           _In_z_ const wchar_t* file, double defaultValue, double minimum, double maximum);
 
-/// TO BE DOCUMENTED
+/// Reads a floating-point number.
+///
+/// @param section      name of the section, without brackets
+/// @param key          name of the key
+/// @param file         path of the settings file; without a folder, the platform looks in the Windows folder
+/// @param defaultValue given as it is, unclamped, when the key is missing or its value empty
+/// @param minimum      the least value given
+/// @param maximum      the greatest value given; a `minimum` above it wins for values below the minimum
+/// @return the value, clamped; text without a number counts as 0, which is then clamped
+///         As #ZERA_TOOLS_READ_DOUBLE, clamped in double precision and narrowed last.
+///
+/// KEPT FOR HOSTS: the plain variant alone converts its names from the ANSI code page to UTF-16.
 /// @ordinal{54}
 ZERATOOLS_API(float)
 ZERA_TOOLS_READ_FLOAT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
@@ -800,21 +882,49 @@ ZERA_TOOLS_READ_FLOAT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* ke
 
 // --------------------------------------------------------------------------------------------------
 // Writing settings files
-//
+// Each call is an update of the file for itself. The platform makes a missing file, not a missing folder.
 
-/// TO BE DOCUMENTED
+/// Writes a text.
+///
+/// @param section      name of the section, without brackets
+/// @param key          name of the key
+/// @param file         path of the settings file; without a folder, the platform looks in the Windows folder
+/// @param value        null removes the key
+/// @return the platform's answer: not 0 if the value was written
+///
+/// The key alone is written. Companions stay, so #ZERA_TOOLS_READ_STRING_UC may still give an older text.
 /// @ordinal{60}
 ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_STRING(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
                         _In_opt_z_ const char* value);
 
-/// As #ZERA_TOOLS_WRITE_STRING, with UTF-16 text.
+/// Writes a UTF-16 text, with the characters that the file's code page cannot carry.
+///
+/// @param section      name of the section, without brackets
+/// @param key          name of the key
+/// @param file         path of the settings file; without a folder, the platform looks in the Windows folder
+/// @param value        null removes the key
+///
+/// The key gets what the file's code page can carry. If there is a character outside ASCII, the key with
+/// `_utf8` behind its name gets the text's UTF-8 bytes; otherwise that key is emptied if it has a value. The
+/// key with `_UC` behind its name is emptied if it has a value. Emptied keys stay in the file.
+///
+/// Under the double-byte code pages 932, 936, 949 and 950 some texts lose characters on the way through the
+/// code page; see docs/settings-files.md.
+///
+/// @return 1, even when nothing could be written
 /// @ordinal{1060}
 ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_STRING_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
                            _In_z_ const wchar_t* file, _In_opt_z_ const wchar_t* value);
 
-/// TO BE DOCUMENTED
+/// Writes a signed number as decimal text.
+///
+/// @param section      name of the section, without brackets
+/// @param key          name of the key
+/// @param file         path of the settings file; without a folder, the platform looks in the Windows folder
+/// @param value        any
+/// @return the platform's answer: not 0 if the value was written
 /// @ordinal{61}
 ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_INT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file, int value);
@@ -825,7 +935,13 @@ ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_INT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
                         int value);
 
-/// TO BE DOCUMENTED
+/// Writes an unsigned number as decimal text.
+///
+/// @param section      name of the section, without brackets
+/// @param key          name of the key
+/// @param file         path of the settings file; without a folder, the platform looks in the Windows folder
+/// @param value        any
+/// @return the platform's answer: not 0 if the value was written
 /// @ordinal{62}
 ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_UINT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
@@ -837,7 +953,13 @@ ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_UINT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
                          unsigned int value);
 
-/// TO BE DOCUMENTED
+/// Writes an unsigned 16-bit number as decimal text.
+///
+/// @param section      name of the section, without brackets
+/// @param key          name of the key
+/// @param file         path of the settings file; without a folder, the platform looks in the Windows folder
+/// @param value        any
+/// @return the platform's answer: not 0 if the value was written
 /// @ordinal{65}
 ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_WORD(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
@@ -849,7 +971,18 @@ ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_WORD_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
                          WORD value);
 
-/// TO BE DOCUMENTED
+/// Writes a floating-point number with ten decimals and a point, under every locale.
+///
+/// @param section      name of the section, without brackets
+/// @param key          name of the key
+/// @param file         path of the settings file; without a folder, the platform looks in the Windows folder
+/// @param value        any
+/// @return the platform's answer: not 0 if the value was written
+///
+/// KEPT FOR HOSTS: the plain variant converts its names from the ANSI code page to UTF-16, unlike the other
+/// plain writers.
+///
+/// Threads: as #ZERA_TOOLS_READ_DOUBLE.
 /// @ordinal{63}
 ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_DOUBLE(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
@@ -861,7 +994,13 @@ ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_DOUBLE_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
                            _In_z_ const wchar_t* file, double value);
 
-/// TO BE DOCUMENTED
+/// Writes a floating-point number, as #ZERA_TOOLS_WRITE_DOUBLE does.
+///
+/// @param section      name of the section, without brackets
+/// @param key          name of the key
+/// @param file         path of the settings file; without a folder, the platform looks in the Windows folder
+/// @param value        widened to double first
+/// @return the platform's answer: not 0 if the value was written
 /// @ordinal{64}
 ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_FLOAT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
@@ -875,9 +1014,17 @@ ZERA_TOOLS_WRITE_FLOAT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* k
 
 // --------------------------------------------------------------------------------------------------
 // A settings file's text in a buffer
-//
+// Each call puts one line (the UTF-16 text one or two) with its terminator at a position of the caller's
+// buffer. The next call goes to that position plus the count, over the terminator. Lines end in a line feed.
+// A null text counts as empty.
 
-/// TO BE DOCUMENTED
+/// Puts the line of a section, "[section]" and a line feed.
+///
+/// @param section      name of the section
+/// @param position     where to write; a null one is an invalid parameter when the line would fit
+/// @param free         room at `position` in characters, not bytes, terminator included
+/// @param count        receives the line's length in characters without the terminator; 0 if it did not fit
+/// @return 1 if the line and its terminator fitted and were written, 0 with nothing written otherwise
 /// @ordinal{80}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_SECTION(_In_z_ const char* section, _Out_writes_z_(free) char* position, size_t free,
@@ -889,19 +1036,47 @@ ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_SECTION_UC(_In_z_ const wchar_t* section, _Out_writes_z_(free) wchar_t* position,
                                size_t free, _Out_ size_t* count);
 
-/// TO BE DOCUMENTED
+/// Puts the line of a text, "key=text" and a line feed.
+///
+/// @param key          name of the key
+/// @param position     where to write; a null one is an invalid parameter when the line would fit
+/// @param free         room at `position` in characters, not bytes, terminator included
+/// @param value        the text, written as it is
+/// @param count        receives the line's length in characters without the terminator; 0 if it did not fit
+/// @return 1 if the line and its terminator fitted and were written, 0 with nothing written otherwise
 /// @ordinal{81}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_STRING(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
                            _In_z_ const char* value, _Out_ size_t* count);
 
-/// As #ZERA_TOOLS_BUFWRITE_STRING, with UTF-16 text.
+/// Puts the line of a UTF-16 text, "key=text" and a line feed, and behind it, if there is a character outside
+/// ASCII, the line of its companion "key_utf8" as #ZERA_TOOLS_WRITE_STRING_UC writes it.
+///
+/// @param key          name of the key
+/// @param position     where to write; a null one is an invalid parameter when the line would fit
+/// @param free         room at `position` in characters, not bytes, terminator included
+/// @param value        the text
+/// @param count        receives the length of what was written, in characters without the terminator: 0 if
+///                     the first line did not fit, the first line's length if only the second did not
+/// @return 1 if all lines fitted and were written, 0 otherwise
+///
+/// KEPT FOR HOSTS: the second line is taken to fit when its terminator does not. With exactly that room, the
+/// copy is an invalid parameter; if the C runtime's handler returns, the first line is there, while count and
+/// result are those of success. Leave room for one more character.
 /// @ordinal{1081}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_STRING_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
                               _In_z_ const wchar_t* value, _Out_ size_t* count);
 
-/// TO BE DOCUMENTED
+/// Puts the line of a signed number, "key=number" and a line feed.
+///
+/// @param key          name of the key
+/// @param position     where to write; a null one is an invalid parameter when the line would fit
+/// @param free         room at `position` in characters, not bytes, terminator included
+/// @param value        any
+/// @param count        receives the line's length in characters without the terminator; left as it was
+/// otherwise
+/// @return 1 if the line and its terminator fitted and were written, 0 with nothing written otherwise
 /// @ordinal{82}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_INT(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free, int value,
@@ -913,7 +1088,15 @@ ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_INT_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
                            int value, _Inout_ size_t* count);
 
-/// TO BE DOCUMENTED
+/// Puts the line of an unsigned number, "key=number" and a line feed.
+///
+/// @param key          name of the key
+/// @param position     where to write; a null one is an invalid parameter when the line would fit
+/// @param free         room at `position` in characters, not bytes, terminator included
+/// @param value        any
+/// @param count        receives the line's length in characters without the terminator; left as it was
+/// otherwise
+/// @return 1 if the line and its terminator fitted and were written, 0 with nothing written otherwise
 /// @ordinal{83}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_UINT(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
@@ -925,7 +1108,17 @@ ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_UINT_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
                             unsigned int value, _Inout_ size_t* count);
 
-/// TO BE DOCUMENTED
+/// Puts the line of a floating-point number with ten decimals and a point, and a line feed.
+///
+/// @param key          name of the key
+/// @param position     where to write; a null one is an invalid parameter when the line would fit
+/// @param free         room at `position` in characters, not bytes, terminator included
+/// @param value        any
+/// @param count        receives the line's length in characters without the terminator; left as it was
+/// otherwise
+/// @return 1 if the line and its terminator fitted and were written, 0 with nothing written otherwise
+///
+/// Threads: as #ZERA_TOOLS_READ_DOUBLE.
 /// @ordinal{84}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_DOUBLE(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
@@ -937,7 +1130,15 @@ ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_DOUBLE_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
                               double value, _Inout_ size_t* count);
 
-/// TO BE DOCUMENTED
+/// Puts the line of a floating-point number, as #ZERA_TOOLS_BUFWRITE_DOUBLE does.
+///
+/// @param key          name of the key
+/// @param position     where to write; a null one is an invalid parameter when the line would fit
+/// @param free         room at `position` in characters, not bytes, terminator included
+/// @param value        widened to double first
+/// @param count        receives the line's length in characters without the terminator; left as it was
+/// otherwise
+/// @return 1 if the line and its terminator fitted and were written, 0 with nothing written otherwise
 /// @ordinal{85}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_FLOAT(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
@@ -1118,39 +1319,76 @@ ZERA_TOOLS_DEC(_In_z_ const char* passPhrase, _In_z_ const char* text, UINT hex,
 // Exports that take or give framework objects (C++ only): conversions
 //
 
-/// TO BE DOCUMENTED
+/// Converts UTF-16 text to the ANSI code page, each code unit for itself.
+///
+/// The degree and the micro sign are written as the multi-byte code page of the C runtime has them: as they
+/// are without one; as that page's own characters in 932, 936, 949 and 950; in any other the micro sign as
+/// "u" and the degree sign as "deg", in 874 the latter not at all.
+///
+/// KEPT FOR HOSTS: a degree sign under 932, 936, 949 and 950 drops the text before it.
+///
+/// @param text         UTF-16 text; null counts as empty
+/// @param result       receives the converted text
 /// @ordinal{110}
 ZERATOOLS_API(void) ZERA_TOOLS_UC_TO_MBC(_In_z_ const wchar_t* text, CStringA& result);
 
-/// TO BE DOCUMENTED
+/// Brings the degree and the micro sign of Latin-1 text to the ANSI code page; other bytes stay as they are.
+///
+/// @param text         Latin-1 text; null counts as empty; may be that of `result`
+/// @param result       receives the text. The signs, bytes 0xB0 and 0xB5, are written as by
+///                     #ZERA_TOOLS_UC_TO_MBC, but the degree sign in 874 as "deg".
 /// @ordinal{111}
 ZERATOOLS_API(void) ZERA_TOOLS_CHAR8_TO_MBC(_In_z_ const char* text, CStringA& result);
 
-/// TO BE DOCUMENTED
+/// Converts text in the ANSI code page to UTF-16, byte by byte, but keeps the degree and the micro sign.
+///
+/// Double-byte characters are not put together.
+///
+/// @param text         ANSI text in which bytes 0xB0 and 0xB5 mean the two signs; null counts as empty
+/// @param result       receives the converted text, U+00B0 and U+00B5 for the signs
 /// @ordinal{112}
 ZERATOOLS_API(void) ZERA_TOOLS_CHAR8_TO_UC(_In_z_ const char* text, CStringW& result);
 
-/// TO BE DOCUMENTED
+/// Converts text in the ANSI code page to UTF-8.
+///
+/// @param text         ANSI text; null counts as empty; may be that of `result`
+/// @param result       receives the UTF-8 bytes
 /// @ordinal{113}
 ZERATOOLS_API(void) ZERA_TOOLS_STRING_MBC_TO_UTF8(_In_z_ const char* text, CStringA& result);
 
-/// TO BE DOCUMENTED
+/// Converts UTF-16 text to UTF-8.
+///
+/// @param text         UTF-16 text; null counts as empty; an unpaired surrogate becomes U+FFFD
+/// @param result       receives the UTF-8 bytes
 /// @ordinal{114}
 ZERATOOLS_API(void) ZERA_TOOLS_STRING_UC_TO_UTF8(_In_z_ const wchar_t* text, CStringA& result);
 
-/// TO BE DOCUMENTED
+/// Converts UTF-8 to text in the ANSI code page.
+///
+/// @param text         UTF-8 bytes; null counts as empty; may be that of `result`
+/// @param result       receives the ANSI text; what the code page has not becomes its replacement character
 /// @ordinal{115}
 ZERATOOLS_API(void) ZERA_TOOLS_STRING_UTF8_TO_MBC(_In_z_ const char* text, CStringA& result);
 
-/// TO BE DOCUMENTED
+/// Converts UTF-8 to UTF-16 text.
+///
+/// @param text         UTF-8 bytes; null counts as empty; invalid ones become U+FFFD
+/// @param result       receives the UTF-16 text
 /// @ordinal{116}
 ZERATOOLS_API(void) ZERA_TOOLS_STRING_UTF8_TO_UC(_In_z_ const char* text, CStringW& result);
 
-/// TO BE DOCUMENTED
+/// Writes each code unit of a UTF-16 text as a hexadecimal number: "Hi" gives "48 69".
+///
+/// @param text         UTF-16 text; null counts as empty; may be that of `result`
+/// @param result       receives upper-case numbers without leading zeros, a single blank between them
 /// @ordinal{117}
 ZERATOOLS_API(void) ZERA_TOOLS_STRING_UC_TO_HEX(_In_z_ const wchar_t* text, CStringW& result);
 
-/// TO BE DOCUMENTED
+/// Puts a UTF-16 text together from hexadecimal numbers, the inverse of #ZERA_TOOLS_STRING_UC_TO_HEX.
+///
+/// @param text         numbers with single blanks between them; the first empty piece, as a second blank or a
+///                     trailing one makes it, ends the text; null counts as empty; may be that of `result`
+/// @param result       receives one code unit for each piece: the low 16 bits of its number, a NUL for none
 /// @ordinal{118}
 ZERATOOLS_API(void) ZERA_TOOLS_STRING_HEX_TO_UC(_In_z_ const wchar_t* text, CStringW& result);
 

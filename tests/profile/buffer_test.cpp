@@ -7,6 +7,7 @@
 #include <cfloat>
 #include <climits>
 #include <cstdio>
+#include <cstring>
 #include <functional>
 #include <random>
 
@@ -136,7 +137,11 @@ TEST(Buffer, RandomNumbersAreExact) {
     double value = round == 0 ? -DBL_MAX : std::bit_cast<double>(random());
     if (round % 2) value = static_cast<double>(static_cast<long long>(random() >> random() % 60)) / 1e6;
     if (value != value || value - value != 0) continue;
-    char expected[400];
+    // Which way the middle between two numbers goes is the platform's affair.
+    char expected[1500];
+    std::snprintf(expected, sizeof expected, "%.1100f", value);
+    const std::string rest = std::strchr(expected, '.') + 11;
+    if (rest[0] == '5' && rest.find_first_not_of('0', 1) == rest.npos) continue;
     std::snprintf(expected, sizeof expected, "%.10f", value);
     ExpectLine<char>(Double(expected, value).plain, Double(expected, value).line, false);
     ExpectLine<wchar_t>(Double(expected, value).wide, Double(expected, value).line, false);
