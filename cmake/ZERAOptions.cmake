@@ -6,3 +6,9 @@ target_compile_options(zera-options INTERFACE
     -ffunction-sections -fdata-sections -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=>)
 target_link_options(zera-options INTERFACE -Wl,--gc-sections
   -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va)
+
+# What is compiled for the library itself. The debug information goes into a file of its own.
+add_library(zera-product INTERFACE)
+target_compile_options(zera-product INTERFACE
+  $<$<COMPILE_LANGUAGE:C,CXX>:-g -fstack-protector-strong>)
+target_link_libraries(zera-product INTERFACE zera-options)

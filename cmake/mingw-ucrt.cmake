@@ -25,8 +25,8 @@ if(NOT EXISTS "${zera_specs}")
   file(WRITE "${zera_specs}" "${zera_ucrt_text}")
 endif()
 
-set(CMAKE_C_FLAGS_INIT "-specs=${zera_specs} -D_UCRT")
-set(CMAKE_CXX_FLAGS_INIT "-specs=${zera_specs} -D_UCRT")
+set(CMAKE_C_FLAGS_INIT "\"-specs=${zera_specs}\" -D_UCRT")
+set(CMAKE_CXX_FLAGS_INIT "\"-specs=${zera_specs}\" -D_UCRT")
 
 # The GNU runtime is linked in, so that programs and library need nothing beside them. The thread
 # library's archive asks for _setjmp, which the universal runtime exports under another name.
@@ -38,8 +38,11 @@ set(CMAKE_FIND_ROOT_PATH /usr/${zera_triple})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE BOTH)
 
-# Programs of the build run in a Wine prefix that shows nothing of the machine but the build folder.
+# Programs of the library's own build run in a Wine prefix that shows nothing of the machine but the
+# build folder.
 get_filename_component(zera_top "${CMAKE_CURRENT_LIST_DIR}" DIRECTORY)
-set(CMAKE_CROSSCOMPILING_EMULATOR "${zera_top}/scripts/wine-run.sh")
+if(EXISTS "${zera_top}/scripts/wine-run.sh")
+  set(CMAKE_CROSSCOMPILING_EMULATOR "${zera_top}/scripts/wine-run.sh")
+endif()

@@ -38,6 +38,7 @@
 #endif
 
 #include "ZERATools/Annotations.h"
+#include "ZERATools/Ordinals.h"
 
 #if defined(ZERATOOLS_BUILDING)
   #define ZERATOOLS_IMPORT

@@ -3,7 +3,9 @@
 set -euo pipefail
 
 packages=(cmake ninja-build g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev wine wine64 googletest
-          clang lld llvm)
+          clang lld llvm doxygen zip unzip pkgconf)
+# Another source than Debian may have brought this one.
+command -v npm >/dev/null || packages+=(npm)
 missing=()
 for package in "${packages[@]}"; do
   state=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)

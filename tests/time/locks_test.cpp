@@ -40,8 +40,10 @@ class Locks : public ::testing::Test {
  protected:
   void SetUp() override {
     const HMODULE kernel = ::GetModuleHandleW(L"kernel32.dll");
-    platformEnter = reinterpret_cast<Access*>(::GetProcAddress(kernel, "EnterCriticalSection"));
-    platformLeave = reinterpret_cast<Access*>(::GetProcAddress(kernel, "LeaveCriticalSection"));
+    platformEnter =
+        reinterpret_cast<Access*>(reinterpret_cast<void*>(::GetProcAddress(kernel, "EnterCriticalSection")));
+    platformLeave =
+        reinterpret_cast<Access*>(reinterpret_cast<void*>(::GetProcAddress(kernel, "LeaveCriticalSection")));
     enterHook_.emplace("EnterCriticalSection", &Enter, Program());
     leaveHook_.emplace("LeaveCriticalSection", &Leave, Program());
     Restart();

@@ -1,0 +1,61 @@
+# What a host's author gets: install rules, import libraries for both linkers, and the zip file.
+include(CMakePackageConfigHelpers)
+include(GNUInstallDirs)
+
+# The debug information stands beside the library, which names it. The tool would write the present time
+# into both files.
+find_program(ZERA_OBJCOPY NAMES x86_64-w64-mingw32-objcopy REQUIRED)
+add_custom_command(TARGET ZERATools POST_BUILD
+  WORKING_DIRECTORY "$<TARGET_FILE_DIR:ZERATools>"
+  COMMAND ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0 ${ZERA_OBJCOPY} --only-keep-debug ZERATools.dll ZERATools.dll.debug
+  COMMAND ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0 ${ZERA_OBJCOPY} --strip-all ZERATools.dll
+  COMMAND ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0 ${ZERA_OBJCOPY} --add-gnu-debuglink=ZERATools.dll.debug ZERATools.dll
+  VERBATIM)
+
+# The short import format, which the linkers of the Microsoft ABI read.
+find_program(ZERA_LLVM_DLLTOOL NAMES llvm-dlltool llvm-dlltool-14 REQUIRED)
+set(zera_short_lib "${CMAKE_ARCHIVE_OUTPUT_DIRECTORY}/ZERATools.lib")
+add_custom_command(OUTPUT "${zera_short_lib}"
+  COMMAND ${ZERA_LLVM_DLLTOOL} -m i386:x86-64 -d "${CMAKE_SOURCE_DIR}/frame/ZERATools.def" -l "${zera_short_lib}"
+  DEPENDS "${CMAKE_SOURCE_DIR}/frame/ZERATools.def" VERBATIM)
+add_custom_target(short-import-library ALL DEPENDS "${zera_short_lib}")
+
+set(zera_generated "${CMAKE_BINARY_DIR}/package")
+configure_file(cmake/ZERATools.pc.in "${zera_generated}/ZERATools.pc" @ONLY)
+configure_file(cmake/ZERAToolsConfig.cmake.in "${zera_generated}/ZERAToolsConfig.cmake" @ONLY)
+write_basic_package_version_file("${zera_generated}/ZERAToolsConfigVersion.cmake"
+  VERSION ${PROJECT_VERSION} COMPATIBILITY SameMajorVersion)
+
+set(zera_cmake_dir lib/cmake/ZERATools)
+install(FILES "$<TARGET_FILE:ZERATools>" "$<TARGET_FILE:ZERATools>.debug" DESTINATION bin)
+install(FILES include/ZERATools.h DESTINATION include)
+install(DIRECTORY include/ZERATools DESTINATION include)
+install(FILES "$<TARGET_LINKER_FILE:ZERATools>" "${zera_short_lib}" frame/ZERATools.def DESTINATION lib)
+install(FILES "${zera_generated}/ZERATools.pc" DESTINATION lib/pkgconfig)
+install(FILES "${zera_generated}/ZERAToolsConfig.cmake" "${zera_generated}/ZERAToolsConfigVersion.cmake"
+  cmake/mingw-ucrt.cmake DESTINATION ${zera_cmake_dir})
+install(DIRECTORY examples/c examples/cpp examples/linker examples/node DESTINATION examples)
+install(FILES README.md CHANGELOG.md DESTINATION . OPTIONAL)
+
+# The reference, from the header and the pages in docs/. Without the tool there is none; the zip file
+# is not made then.
+find_program(ZERA_DOXYGEN NAMES doxygen)
+if(ZERA_DOXYGEN)
+  file(GLOB zera_pages CONFIGURE_DEPENDS docs/*.md docs/*.xml docs/*.css docs/Doxyfile.in docs/*.awk)
+  set(zera_reference "${CMAKE_BINARY_DIR}/reference")
+  configure_file(docs/Doxyfile.in "${zera_reference}/Doxyfile" @ONLY)
+  add_custom_command(OUTPUT "${zera_reference}/html/index.html"
+    COMMAND ${CMAKE_COMMAND} -E rm -rf "${zera_reference}/html"
+    COMMAND ${ZERA_DOXYGEN} "${zera_reference}/Doxyfile" > "${zera_reference}/doxygen.log"
+    # Pages that nothing leads to, named after the folders of the build.
+    COMMAND find "${zera_reference}/html" -name "dir_*" -delete
+    DEPENDS ${zera_pages} include/ZERATools.h include/ZERATools/Types.h "${zera_reference}/Doxyfile"
+    WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}" VERBATIM)
+  add_custom_target(reference ALL DEPENDS "${zera_reference}/html/index.html")
+  install(DIRECTORY "${zera_reference}/html/" DESTINATION docs/reference)
+
+  add_custom_target(package-zip
+    COMMAND "${CMAKE_SOURCE_DIR}/scripts/package.sh" "${CMAKE_BINARY_DIR}" ${PROJECT_VERSION}
+    DEPENDS ZERATools short-import-library reference
+    USES_TERMINAL VERBATIM)
+endif()

@@ -1,0 +1,114 @@
+# Prepares ZERATools.h for the reference.
+#
+# - The sections of the header (a rule, a title, a text) become groups.
+# - "As #PLAIN, with UTF-16 text." becomes the plain variant's whole entry, so that each export's entry
+#   stands for itself.
+# - An example is added to each entry from the files in `folder`, where it is marked "//! [EXPORT]"; a
+#   _UC variant without one of its own shows its plain partner's.
+BEGIN {
+  list = "ls " folder "/*.cpp 2>/dev/null"
+  while ((list | getline file) > 0) {
+    base = file
+    sub(/.*\//, "", base)
+    while ((getline line < file) > 0) {
+      if (line ~ /^ *\/\/! \[[A-Z0-9_]+\]/) {
+        gsub(/^ *\/\/! \[|\].*/, "", line)
+        home[line] = base
+      }
+    }
+    close(file)
+  }
+  close(list)
+}
+
+function Group(title, id) {
+  id = tolower(title)
+  sub(/:.*/, "", id)
+  gsub(/[^a-z0-9]+/, "_", id)
+  return id
+}
+
+function Snippet(name, plain) {
+  if (name in home) return "///\n/// @par Example\n/// @snippet " home[name] " " name
+  plain = name
+  sub(/_UC$/, "", plain)
+  if (plain in home) return "///\n/// @par Example\n/// @snippet " home[plain] " " plain
+  plain = name
+  sub(/_MBC$/, "_UC", plain)
+  if (plain in home) return "///\n/// @par Example\n/// @snippet " home[plain] " " plain
+  return ""
+}
+
+# A section's rule: the next line is its title, the comment behind that its text.
+/^\/\/ -----------------------------/ {
+  if (open) print "/// @}"
+  open = 1
+  getline title
+  sub(/^\/\/ */, "", title)
+  inSection = 1
+  print "/** @addtogroup " Group(title) " " title
+  next
+}
+inSection && /^\/\// {
+  sub(/^\/\/ ?/, "")
+  print
+  next
+}
+inSection {
+  inSection = 0
+  print "@{ */"
+  print
+  next
+}
+
+# An entry: its lines are kept until the declaration behind it tells whose it is.
+/^\/\/\// {
+  entry[++lines] = $0
+  next
+}
+lines && (declaration != "" || /^ZERATOOLS_API/) {
+  declaration = declaration $0 "\n"
+  if (!/;/) next
+  match(declaration, /ZERA_TOOLS_[A-Z0-9_]+/)
+  name = substr(declaration, RSTART, RLENGTH)
+  body = ""
+  ordinal = ""
+  for (i = 1; i <= lines; ++i) {
+    if (entry[i] ~ /@ordinal\{/) {
+      ordinal = entry[i]
+    } else if (match(entry[i], /^\/\/\/ As #[A-Z0-9_]+, with UTF-16 text\.?/)) {
+      plain = entry[i]
+      sub(/^\/\/\/ As #/, "", plain)
+      sub(/[^A-Z0-9_].*/, "", plain)
+      rest = details[plain]
+      body = body entry[i] "\n///\n"
+    } else {
+      body = body entry[i] "\n"
+    }
+  }
+  own = body
+  if (rest != "") body = body rest
+  details[name] = own
+  sub(/^[^\n]*\n/, "", details[name])
+  rest = ""
+  printf "%s", body
+  example = Snippet(name)
+  if (example != "") print example
+  if (ordinal != "") print "///\n" ordinal
+  printf "%s", declaration
+  lines = 0
+  declaration = ""
+  next
+}
+lines {
+  for (i = 1; i <= lines; ++i) print entry[i]
+  lines = 0
+}
+/^#if defined\(__cplusplus\)$/ || /^#endif  \/\/ __cplusplus/ {
+  # The split between C and C++ is not one of subjects.
+  if (open && /endif/) {
+    print "/// @}"
+    open = 0
+  }
+}
+{ print }

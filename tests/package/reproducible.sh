@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# The same sources, built in another folder, give the same package to the last byte.
+. "$(dirname "$0")/common.sh"
+second="$top/build/second/a folder with a longer name"
+rm -rf "$top/build/second"
+mkdir -p "$second"
+(cd "$top" && { git ls-files -z 2>/dev/null || find . -path ./build -prune -o -type f -print0; } |
+  while IFS= read -r -d '' file; do if [ -e "$file" ]; then printf '%s\0' "$file"; fi; done |
+  tar -c --null -T -) | tar -x -C "$second"
+export SOURCE_DATE_EPOCH
+SOURCE_DATE_EPOCH=$(date -u -d "$(unzip -Z -T "$zip" "$name/SHA256SUMS" | awk '{print $(NF-1)}' |
+  sed 's/\(....\)\(..\)\(..\)\.\(..\)\(..\)\(..\)/\1-\2-\3 \4:\5:\6/')" +%s)
+
+# Without the compiler caches that a developer may have.
+unset CMAKE_C_COMPILER_LAUNCHER CMAKE_CXX_COMPILER_LAUNCHER
+cd "$second"
+{ cmake --preset release && cmake --build --preset package; } >"$top/build/second/build.log" 2>&1 || {
+  tail -20 "$top/build/second/build.log" >&2
+  fail "the second build"
+}
+cmp "$zip" "$second/build/$name.zip" || {
+  mkdir -p "$top/build/second/unpacked"
+  unzip -q "$second/build/$name.zip" -d "$top/build/second/unpacked"
+  diff -rq "$package" "$top/build/second/unpacked/$name" >&2 || true
+  fail "two builds of the same sources differ"
+}
+rm -rf "$top/build/second"
