@@ -41,11 +41,13 @@ install(FILES README.md CHANGELOG.md DESTINATION . OPTIONAL)
 # is not made then.
 find_program(ZERA_DOXYGEN NAMES doxygen)
 if(ZERA_DOXYGEN)
-  file(GLOB zera_pages CONFIGURE_DEPENDS docs/*.md docs/*.xml docs/*.css docs/Doxyfile.in docs/*.awk)
+  file(GLOB zera_pages CONFIGURE_DEPENDS docs/*.md docs/*.xml docs/*.css docs/Doxyfile.in docs/*.awk docs/snippets/*.cpp)
   set(zera_reference "${CMAKE_BINARY_DIR}/reference")
   configure_file(docs/Doxyfile.in "${zera_reference}/Doxyfile" @ONLY)
   add_custom_command(OUTPUT "${zera_reference}/html/index.html"
     COMMAND ${CMAKE_COMMAND} -E rm -rf "${zera_reference}/html"
+    COMMAND awk -v "folder=${CMAKE_SOURCE_DIR}/docs/snippets" -f "${CMAKE_SOURCE_DIR}/docs/header.awk"
+      "${CMAKE_SOURCE_DIR}/include/ZERATools.h" > "${zera_reference}/ZERATools.h"
     COMMAND ${ZERA_DOXYGEN} "${zera_reference}/Doxyfile" > "${zera_reference}/doxygen.log"
     # Pages that nothing leads to, named after the folders of the build.
     COMMAND find "${zera_reference}/html" -name "dir_*" -delete

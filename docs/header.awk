@@ -73,6 +73,7 @@ lines && (declaration != "" || /^ZERATOOLS_API/) {
   name = substr(declaration, RSTART, RLENGTH)
   body = ""
   ordinal = ""
+  whole = 0
   for (i = 1; i <= lines; ++i) {
     if (entry[i] ~ /@ordinal\{/) {
       ordinal = entry[i]
@@ -83,11 +84,12 @@ lines && (declaration != "" || /^ZERATOOLS_API/) {
       rest = details[plain]
       body = body entry[i] "\n///\n"
     } else {
+      if (entry[i] ~ /@param/) whole = 1
       body = body entry[i] "\n"
     }
   }
   own = body
-  if (rest != "") body = body rest
+  if (!whole && rest != "") body = body rest
   details[name] = own
   sub(/^[^\n]*\n/, "", details[name])
   rest = ""

@@ -3,33 +3,38 @@
 #include <afx.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <fstream>
 #include <map>
 #include <set>
-#include <sstream>
 #include <string>
 
 #include "support/Library.h"
+#include "support/TempFolder.h"
 
 namespace {
 
 using Lines = std::set<std::string>;
 
+std::string Text(const std::string& text) {
+  return text;
+}
+std::string Text(std::size_t number) {
+  return std::to_string(number);
+}
 template <class... Parts>
 std::string Line(const Parts&... parts) {
-  std::ostringstream line;
-  (line << ... << parts);
-  return line.str();
+  return (Text(parts) + ...);
 }
 
 Lines Recorded() {
   Lines lines;
-  std::ifstream file("interface.txt");
-  EXPECT_TRUE(file) << "interface.txt is not beside the program";
-  for (std::string line; std::getline(file, line);) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
+  const std::string bytes = test::ReadBytes(L"interface.txt");
+  for (std::size_t at = 0; at < bytes.size();) {
+    const std::size_t end = std::min(bytes.find('\n', at), bytes.size());
+    const std::string line = bytes.substr(at, end - at);
+    at = end + 1;
     if (line.empty() || line[0] == '#') continue;
     EXPECT_TRUE(lines.insert(line).second) << "recorded twice: " << line;
   }
@@ -73,6 +78,8 @@ std::size_t Slot(Member member) {
   return raw / 8;
 }
 
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+
 struct ByteArray : CArray<BYTE, const BYTE&> {
   static void Record(Lines& lines) {
     lines.insert(Line("CArray size ", sizeof(CArray<BYTE, const BYTE&>)));
@@ -82,8 +89,6 @@ struct ByteArray : CArray<BYTE, const BYTE&> {
     lines.insert(Line("CArray.m_nGrowBy offset ", offsetof(ByteArray, m_nGrowBy)));
   }
 };
-
-#pragma GCC diagnostic ignored "-Winvalid-offsetof"
 
 Lines Layouts() {
   Lines lines;
