@@ -20,7 +20,7 @@
 namespace zt {
 namespace {
 
-const Group* const groups[] = {&whereGroup, &profileGroup, &cryptGroup, &pathGroup,
+const Group* const groups[] = {&whereGroup, &profileGroup, &cryptGroup, &treeGroup,   &pathGroup,
                                &fileGroup,  &textGroup,    &roundGroup, &processGroup};
 
 bool AsksForHelp(const std::wstring& text) {

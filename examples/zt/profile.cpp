@@ -44,7 +44,9 @@ struct Word {
 
 struct Double {
   using Value = double;
-  static Value Parse(const Arguments& arguments, std::size_t at) { return arguments.Number(at, DBL_MAX); }
+  static Value Parse(const Arguments& arguments, std::size_t at) {
+    return arguments.Number(at, largestStored);
+  }
   static constexpr Value least = -DBL_MAX, most = DBL_MAX;
   static auto Read() { return ZERA_TOOLS_READ_DOUBLE_UC; }
   static auto Write() { return ZERA_TOOLS_WRITE_DOUBLE_UC; }

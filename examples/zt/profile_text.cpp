@@ -61,7 +61,7 @@ void AddItem(Text& text, const Arguments& arguments, std::size_t at) {
     text.Add(ZERA_TOOLS_BUFWRITE_UINT_UC, key, 0,
              static_cast<unsigned int>(arguments.Integer(at, value, 0, UINT_MAX)));
   } else if (type == L"double") {
-    text.Add(ZERA_TOOLS_BUFWRITE_DOUBLE_UC, key, 0, arguments.Number(at, value, DBL_MAX));
+    text.Add(ZERA_TOOLS_BUFWRITE_DOUBLE_UC, key, 0, arguments.Number(at, value, largestStored));
   } else if (type == L"float") {
     text.Add(ZERA_TOOLS_BUFWRITE_FLOAT_UC, key, 0,
              static_cast<float>(arguments.Number(at, value, static_cast<double>(FLT_MAX))));

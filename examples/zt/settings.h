@@ -25,6 +25,9 @@ bool WriteText(const Place& place, const std::wstring& value);
 void CheckSection(const Arguments& arguments, std::size_t at, const std::wstring& section);
 void CheckKey(const Arguments& arguments, std::size_t at, const std::wstring& key);
 
+/// Numbers are read from their first 255 characters, and stored with all digits and ten decimals.
+inline constexpr double largestStored = 1e240;
+
 /// zt profile text
 Exit WriteSettingsText(const Arguments& arguments);
 

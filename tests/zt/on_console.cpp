@@ -1,0 +1,30 @@
+// on_console PROGRAM [ARGUMENT ...]: runs a program with the handles of the console that this one is on.
+// Wine gives a program that starts on a pseudo console no handles of it.
+#include <windows.h>
+
+#include <string>
+
+int main() {
+  ::SetConsoleCtrlHandler([](DWORD) { return TRUE; }, TRUE);  // Ctrl+C is the program's matter
+  SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
+  const auto open = [&](const wchar_t* name) {
+    return ::CreateFileW(name, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
+                         OPEN_EXISTING, 0, nullptr);
+  };
+  STARTUPINFOW startup = {};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESTDHANDLES;
+  startup.hStdInput = open(L"CONIN$");
+  startup.hStdOutput = startup.hStdError = open(L"CONOUT$");
+  std::wstring line = ::GetCommandLineW();
+  line.erase(0, line.find(L"\" ") + 2);  // the test quotes this program's name
+  PROCESS_INFORMATION process;
+  DWORD exit = 125;
+  if (!::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                        &process)) {
+    return 125;
+  }
+  ::WaitForSingleObject(process.hProcess, INFINITE);
+  ::GetExitCodeProcess(process.hProcess, &exit);
+  return static_cast<int>(exit);
+}
