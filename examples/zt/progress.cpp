@@ -14,8 +14,9 @@ namespace {
 int abortFlag = 0;
 
 BOOL WINAPI OnControl(DWORD event) {
-  if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) return FALSE;
-  return ::InterlockedExchange(reinterpret_cast<volatile LONG*>(&abortFlag), 1) == 0;
+  if (event != CTRL_C_EVENT) return FALSE;
+  ::InterlockedExchange(reinterpret_cast<volatile LONG*>(&abortFlag), 1);
+  return TRUE;
 }
 
 void Tick(const std::stop_token& stop, const std::wstring& what) {

@@ -17,7 +17,7 @@ class Progress {
   std::jthread thread_;
 };
 
-/// A flag that Ctrl+C and Ctrl+Break set from the first call on; a second Ctrl+C ends the program.
+/// A flag that Ctrl+C sets from the first call on. Ctrl+Break still ends the program.
 int* AbortFlag();
 
 }  // namespace zt

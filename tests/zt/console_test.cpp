@@ -13,7 +13,7 @@ namespace {
 // pipe counts as typed.
 class Console {
  public:
-  explicit Console(std::wstring arguments) {
+  explicit Console(const std::wstring& arguments) {
     const HMODULE kernel = ::GetModuleHandleW(L"kernel32.dll");
     const auto bind = [&](const char* name) {
       return reinterpret_cast<void*>(::GetProcAddress(kernel, name));
@@ -38,16 +38,10 @@ class Console {
     constexpr DWORD_PTR pseudoConsole = 0x00020016;
     ::UpdateProcThreadAttribute(startup.lpAttributeList, 0, pseudoConsole, console_, sizeof console_, nullptr,
                                 nullptr);
-    // Without handles of ours, the program takes those of its console.
-    constexpr DWORD names[] = {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE, STD_ERROR_HANDLE};
-    HANDLE own[3];
-    for (int i = 0; i < 3; ++i) {
-      own[i] = ::GetStdHandle(names[i]);
-      ::SetStdHandle(names[i], nullptr);
-    }
-    const BOOL started =
-        ::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, EXTENDED_STARTUPINFO_PRESENT, nullptr,
-                         nullptr, &startup.StartupInfo, &process_));
+    std::wstring line =
+        L"\"" + test::Beside(L"on_console.exe") + L"\" \"" + test::Beside(L"zt.exe") + L"\" " + arguments;
+    EXPECT_TRUE(::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, EXTENDED_STARTUPINFO_PRESENT,
+                                 nullptr, nullptr, &startup.StartupInfo, &process_));
     reader_ = std::thread([this] {
       char block[4096];
       DWORD count = 0;
