@@ -18,16 +18,22 @@ zera_call_in_module_state:
         movl    _tls_index(%rip), %r9d
         movq    %gs:0x58, %rax
         movq    (%rax,%r9,8), %rax
-        movq    zera_thread_storage@SECREL32(%rax), %r9
+        leaq    zera_thread_storage(%rip), %r10
+        leaq    _tls_start(%rip), %r11
+        subq    %r11, %r10
+        movq    (%rax,%r10), %r9
         movq    %r9, 32(%rsp)           // kSavedModuleState
-        movq    %rcx, zera_thread_storage@SECREL32(%rax)
+        movq    %rcx, (%rax,%r10)
         movq    %r8, %rcx
         call    *%rdx
         movl    _tls_index(%rip), %r9d
         movq    %gs:0x58, %rax
         movq    (%rax,%r9,8), %rax
+        leaq    zera_thread_storage(%rip), %r10
+        leaq    _tls_start(%rip), %r11
+        subq    %r11, %r10
         movq    32(%rsp), %r9
-        movq    %r9, zera_thread_storage@SECREL32(%rax)
+        movq    %r9, (%rax,%r10)
         addq    $40, %rsp
         ret
         .seh_endproc

@@ -21,15 +21,22 @@ struct ThreadStorage {
 };
 
 /// The calling thread's storage.
+///
+/// Its place in the section is the difference of two addresses: for an operand relative to a section,
+/// the linker writes a relocation as for an address, which spoils it wherever the library does not lie
+/// at its preferred address.
 inline ThreadStorage& CurrentThread() noexcept {
   ThreadStorage* storage;
   asm("movl _tls_index(%%rip), %%ecx\n\t"
       "movq %%gs:0x58, %0\n\t"
       "movq (%0,%%rcx,8), %0\n\t"
-      "leaq zera_thread_storage@SECREL32(%0), %0"
+      "leaq zera_thread_storage(%%rip), %%rcx\n\t"
+      "addq %%rcx, %0\n\t"
+      "leaq _tls_start(%%rip), %%rcx\n\t"
+      "subq %%rcx, %0"
       : "=&r"(storage)
       :
-      : "rcx");
+      : "rcx", "cc");
   return *storage;
 }
 

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <ZERATools.h>
+
 #include <algorithm>
 #include <cctype>
 #include <set>
@@ -9,6 +11,7 @@
 #include <vector>
 
 #include "support/Library.h"
+#include "support/TempFolder.h"
 
 namespace {
 
@@ -55,6 +58,43 @@ TEST_F(Binary, IsProtected) {
     EXPECT_FALSE(writable && executable) << name;
     EXPECT_FALSE(section->Characteristics & IMAGE_SCN_MEM_SHARED) << name;
   }
+}
+
+// A relocation of any other kind would change half of an address, or an operand that is none: the
+// library would fail at every address but its preferred one.
+TEST_F(Binary, RelocatesWholeAddressesOnly) {
+  const auto& directory = headers_.OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_BASERELOC];
+  int count = 0;
+  for (DWORD at = 0; at < directory.Size;) {
+    const auto* block = reinterpret_cast<const IMAGE_BASE_RELOCATION*>(base_ + directory.VirtualAddress + at);
+    ASSERT_GE(block->SizeOfBlock, sizeof *block);
+    const auto* entries = reinterpret_cast<const WORD*>(block + 1);
+    for (DWORD i = 0; i < (block->SizeOfBlock - sizeof *block) / sizeof(WORD); ++i) {
+      const int kind = entries[i] >> 12;
+      if (kind == IMAGE_REL_BASED_ABSOLUTE) continue;  // fills a block up
+      EXPECT_EQ(kind, IMAGE_REL_BASED_DIR64) << std::hex << block->VirtualAddress + (entries[i] & 0xFFF);
+      ++count;
+    }
+    at += block->SizeOfBlock;
+  }
+  EXPECT_GT(count, 0);
+}
+
+// Two copies in one process cannot both have the preferred address.
+TEST_F(Binary, WorksAtAnotherAddress) {
+  wchar_t path[MAX_PATH];
+  ASSERT_NE(::GetModuleFileNameW(test::Library(), path, MAX_PATH), 0u);
+  const test::TempFolder folder;
+  const std::wstring copy = folder / L"copy.dll";
+  ASSERT_TRUE(::CopyFileW(path, copy.c_str(), TRUE));
+  const HMODULE second = ::LoadLibraryW(copy.c_str());
+  ASSERT_NE(second, nullptr) << ::GetLastError();
+  EXPECT_NE(second, test::Library());
+  EXPECT_NE(reinterpret_cast<ULONGLONG>(second), headers_.OptionalHeader.ImageBase);
+  const auto exist = reinterpret_cast<decltype(&ZERA_TOOLS_FILE_EXIST_UC)>(
+      reinterpret_cast<void*>(::GetProcAddress(second, MAKEINTRESOURCEA(1001))));
+  EXPECT_EQ(exist(copy.c_str()), 1);
+  EXPECT_TRUE(::FreeLibrary(second));
 }
 
 TEST_F(Binary, CarriesItsVersion) {
