@@ -1,7 +1,7 @@
 # Prepares ZERATools.h for the reference.
 #
 # - The sections of the header (a rule, a title, a text) become groups.
-# - "As #PLAIN, with UTF-16 text." becomes the plain variant's whole entry, so that each export's entry
+# - "As #PLAIN, with ..." becomes the plain variant's whole entry, so that each export's entry
 #   stands for itself.
 # - An example is added to each entry from the files in `folder`, where it is marked "//! [EXPORT]"; a
 #   _UC variant without one of its own shows its plain partner's.
@@ -28,14 +28,16 @@ function Group(title, id) {
   return id
 }
 
-function Snippet(name, plain) {
-  if (name in home) return "///\n/// @par Example\n/// @snippet " home[name] " " name
-  plain = name
-  sub(/_UC$/, "", plain)
-  if (plain in home) return "///\n/// @par Example\n/// @snippet " home[plain] " " plain
-  plain = name
-  sub(/_MBC$/, "_UC", plain)
-  if (plain in home) return "///\n/// @par Example\n/// @snippet " home[plain] " " plain
+# The example of an export, or of its partner in the other character set.
+function Snippet(name, stem, i, partners, count) {
+  stem = name
+  sub(/_(UC|MBC)$/, "", stem)
+  count = split(name " " stem " " stem "_UC " stem "_MBC", partners, " ")
+  for (i = 1; i <= count; ++i) {
+    if (partners[i] in home) {
+      return "///\n/// @par Example\n/// @snippet " home[partners[i]] " " partners[i]
+    }
+  }
   return ""
 }
 
@@ -77,7 +79,7 @@ lines && (declaration != "" || /^ZERATOOLS_API/) {
   for (i = 1; i <= lines; ++i) {
     if (entry[i] ~ /@ordinal\{/) {
       ordinal = entry[i]
-    } else if (match(entry[i], /^\/\/\/ As #[A-Z0-9_]+, with UTF-16 text\.?/)) {
+    } else if (match(entry[i], /^\/\/\/ As #[A-Z0-9_]+, with/)) {
       plain = entry[i]
       sub(/^\/\/\/ As #/, "", plain)
       sub(/[^A-Z0-9_].*/, "", plain)
