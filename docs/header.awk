@@ -1,6 +1,7 @@
 # Prepares ZERATools.h for the reference.
 #
 # - The sections of the header (a rule, a title, a text) become groups.
+# - Quoted paths become code, and lose the doubled backslashes of C.
 # - "As #PLAIN, with ..." becomes the plain variant's whole entry, so that each export's entry
 #   stands for itself.
 # - An example is added to each entry from the files in `folder`, where it is marked "//! [EXPORT]"; a
@@ -28,6 +29,20 @@ function Group(title, id) {
   return id
 }
 
+# A quoted text with doubled backslashes is set as code, in which the tool shows them single.
+function Quoted(line, done, piece, at, size) {
+  done = ""
+  while (match(line, /"[^"]*\\[^"]*"/)) {
+    piece = substr(line, RSTART + 1, RLENGTH - 2)
+    at = RSTART
+    size = RLENGTH
+    gsub(/[*]/, "\\\\&", piece)  # no emphasis
+    done = done substr(line, 1, at - 1) "<code>" piece "</code>"
+    line = substr(line, at + size)
+  }
+  return done line
+}
+
 # The example of an export, or of its partner in the other character set.
 function Snippet(name, stem, i, partners, count) {
   stem = name
@@ -47,25 +62,31 @@ function Snippet(name, stem, i, partners, count) {
   open = 1
   getline title
   sub(/^\/\/ */, "", title)
+  sub(/^Exports that take .*: /, "", title)
+  title = toupper(substr(title, 1, 1)) substr(title, 2)
   inSection = 1
   print "/** @addtogroup " Group(title) " " title
   next
 }
 inSection && /^\/\// {
   sub(/^\/\/ ?/, "")
-  print
+  text = text Quoted($0) "\n"
   next
 }
 inSection {
   inSection = 0
-  print "@{ */"
-  print
+  # The first sentence is the group's summary.
+  if (match(text, /\.[ \n]/)) {
+    text = "@brief " substr(text, 1, RSTART) "\n\n" substr(text, RSTART + 2)
+  }
+  printf "%s@{ */\n\n", text
+  text = ""
   next
 }
 
 # An entry: its lines are kept until the declaration behind it tells whose it is.
 /^\/\/\// {
-  entry[++lines] = $0
+  entry[++lines] = Quoted($0)
   next
 }
 lines && (declaration != "" || /^ZERATOOLS_API/) {
@@ -90,6 +111,7 @@ lines && (declaration != "" || /^ZERATOOLS_API/) {
       body = body entry[i] "\n"
     }
   }
+  sub(/^\/\/\/ /, "/// @brief ", body)
   own = body
   if (!whole && rest != "") body = body rest
   details[name] = own

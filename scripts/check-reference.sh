@@ -42,7 +42,7 @@ sed -nE 's/^(;todo)? *(ZERA_TOOLS_[A-Z0-9_]+) *@([0-9]+).*/\2 \3/p' "$definition
       if (!(name in number)) Fail("is not in the definition file")
       summary = entry
       sub(/\n.*/, "", summary)
-      if (summary !~ /^\/\/\/ [A-Z].*[a-z).]$/ || entry ~ /TO BE DOCUMENTED/) Fail("has no summary")
+      if (summary !~ /^\/\/\/ @brief [A-Z].*[^ ]$/ || entry ~ /TO BE DOCUMENTED/) Fail("has no summary")
       count = Arguments(declaration, names)
       for (i = 1; i <= count; ++i) {
         if (entry !~ ("@param(\\[[a-z,]*\\])? +([A-Za-z0-9_]+,)*" names[i] "[ ,]")) Fail("argument " names[i])
