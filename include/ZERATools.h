@@ -1208,8 +1208,7 @@ ZERATOOLS_API(int) ZERA_TOOLS_KILLPROCESS_UC(_In_z_ const wchar_t* fileName);
 
 /// Counts the running instances of an executable.
 ///
-/// @param path  its full path with backslashes, as the system reports it; letter case does not count, as far
-///              as the C runtime's locale knows it
+/// @param path  its full path with backslashes, as the system reports it; letter case does not count
 /// @return how many processes of that file name have a module of that path; 0 also for a path without a
 ///         backslash and when the system gives no list
 /// @ordinal{91}

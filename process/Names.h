@@ -1,8 +1,9 @@
 // Names.h: names of executables, compared.
 #pragma once
 
+#include <windows.h>
+
 #include <cwchar>
-#include <cwctype>
 
 namespace process {
 
@@ -12,10 +13,10 @@ inline const wchar_t* NameBehindBackslash(const wchar_t* path) noexcept {
   return last ? last + 1 : L"";
 }
 
-/// Whether two texts are equal once each is in upper case, as the C runtime's locale has it.
+/// Whether two texts are equal without regard to letter case, as file names are on this platform. The C
+/// runtime's upper case would follow the host's locale, in which file names have no part.
 inline bool EqualInUpperCase(const wchar_t* a, const wchar_t* b) noexcept {
-  while (*a && std::towupper(*a) == std::towupper(*b)) ++a, ++b;
-  return !*a && !*b;
+  return ::CompareStringOrdinal(a, -1, b, -1, TRUE) == CSTR_EQUAL;
 }
 
 }  // namespace process

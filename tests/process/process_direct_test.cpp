@@ -41,8 +41,9 @@ TEST(ProcessNames, EqualInUpperCase) {
   }
 }
 
-TEST(ProcessNames, LettersBeyondAsciiFollowTheRuntimesLocale) {
-  EXPECT_FALSE(process::EqualInUpperCase(L"\xE4", L"\xC4"));
+TEST(ProcessNames, LettersBeyondAsciiAreFoldedUnderEveryLocale) {
+  EXPECT_TRUE(process::EqualInUpperCase(L"\xE4", L"\xC4"));
+  EXPECT_TRUE(process::EqualInUpperCase(L"\x0436", L"\x0416"));
   ASSERT_NE(::setlocale(LC_CTYPE, "german"), nullptr);
   EXPECT_TRUE(process::EqualInUpperCase(L"\xE4", L"\xC4"));
   ::setlocale(LC_CTYPE, "C");
