@@ -1,0 +1,51 @@
+// The compiler's stack protection as the library has it: a value of each process's own, and an end at once.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+
+extern "C" std::uintptr_t __stack_chk_guard;
+
+namespace {
+
+// Writes behind the buffer, where the check value is (with up to eight bytes before it), not as far as the
+// return address.
+__attribute__((noinline)) int Overflow(int count) {
+  volatile char buffer[16] = {};
+  volatile char* at = buffer;
+  while (count-- > 0) *at++ = 'x';
+  return buffer[3];
+}
+
+TEST(StackGuard, DISABLED_Overflow) {
+  Overflow(16 + 16);
+  ::ExitProcess(7);
+}
+
+TEST(StackGuard, OverflowEndsTheProcessAtOnce) {
+  EXPECT_EQ(Overflow(16), 'x') << "a full buffer is none";
+  wchar_t program[MAX_PATH];
+  ASSERT_NE(::GetModuleFileNameW(nullptr, program, MAX_PATH), 0u);
+  std::wstring command = L"\"" + std::wstring(program) +
+                         L"\" --gtest_also_run_disabled_tests --gtest_filter=StackGuard.DISABLED_Overflow";
+  STARTUPINFOW startup = {};
+  startup.cb = sizeof startup;
+  PROCESS_INFORMATION process = {};
+  ASSERT_TRUE(::CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                               &startup, &process));
+  EXPECT_EQ(::WaitForSingleObject(process.hProcess, 60'000), WAIT_OBJECT_0);
+  DWORD code = 0;
+  ::GetExitCodeProcess(process.hProcess, &code);
+  ::CloseHandle(process.hThread);
+  ::CloseHandle(process.hProcess);
+  EXPECT_EQ(code, static_cast<DWORD>(STATUS_STACK_BUFFER_OVERRUN));
+}
+
+TEST(StackGuard, ValueIsChosenAtTheStart) {
+  EXPECT_NE(__stack_chk_guard, 0x6D5A3C2B9F4E8100u) << "the value that stands in the file";
+  EXPECT_NE(__stack_chk_guard, 0u);
+  EXPECT_EQ(__stack_chk_guard & 0xFF, 0u) << "a text copy would go on across it";
+}
+
+}  // namespace
