@@ -25,7 +25,7 @@ class WideText {
   static constexpr int kFixed = MAX_PATH;
 
   wchar_t* text_ = fixed_;
-  wchar_t fixed_[kFixed];
+  wchar_t fixed_[kFixed + 1];
 };
 
 }  // namespace frame

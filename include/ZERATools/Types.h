@@ -317,8 +317,9 @@ class CStringT {
       Empty();
       return;
     }
-    ::MultiByteToWideChar(CP_ACP, 0, text, -1, GetBuffer(chars - 1), chars);
-    SetLength(chars - 1);
+    // Half a character at the end may take the terminator with it, so it is looked for, not assumed.
+    const int written = ::MultiByteToWideChar(CP_ACP, 0, text, -1, GetBuffer(chars), chars);
+    SetLength(written > 0 && text_[written - 1] == 0 ? written - 1 : written);
   }
   void Convert(const wchar_t* text) {
     const int chars = text ? ::WideCharToMultiByte(CP_ACP, 0, text, -1, nullptr, 0, nullptr, nullptr) : 0;

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "frame/App.h"
 #include "frame/WideText.h"
 
@@ -45,6 +47,28 @@ TEST_F(FrameDirect, ApplicationObjectAlwaysStarts) {
   ASSERT_NE(map->pfnGetBaseMap, nullptr);
   EXPECT_EQ(map->lpEntries[0].pfn, nullptr);
   EXPECT_NE(map->pfnGetBaseMap(), map);
+}
+
+// Texts of every length around the buffer on the stack, with half a double-byte character at the end
+// (under code page 1252 an ordinary letter), against the platform's conversion of the bytes alone.
+TEST_F(FrameDirect, TextEndsWhereThePlatformEndsIt) {
+  for (const std::size_t length : {0u, 1u, 2u, 257u, 258u, 259u, 260u, 261u, 32767u}) {
+    for (const char* const tail : {"", "\x81", "\x83\x5C", "\xE9", "\xFF"}) {
+      const std::string text = std::string(length, 'a') + tail;
+      const frame::WideText wide(text.c_str());
+      const std::wstring got(wide);
+      EXPECT_EQ(got.substr(0, length), std::wstring(length, L'a'));
+      EXPECT_LE(got.size(), text.size());
+      const CStringW string(text.c_str());
+      EXPECT_EQ(got, string.GetString()) << length;
+      EXPECT_EQ(static_cast<std::size_t>(string.GetLength()), got.size());
+    }
+  }
+  if (::GetACP() == 932) {
+    EXPECT_STREQ(frame::WideText("\x83\x5C.txt"), L"\x30BD.txt");
+  } else {
+    EXPECT_STREQ(frame::WideText("\xE9.txt"), L"\xE9.txt");
+  }
 }
 
 TEST_F(FrameDirect, NullTextBecomesEmpty) {
