@@ -284,6 +284,24 @@ TEST(DirectoryWalk, FileWhosePathIsTooLong) {
   ::DeleteFileW(path.c_str());
 }
 
+// Without a drive the search of a directory of 256 characters still fits, one more than can be taken apart.
+TEST(DirectoryWalk, FileWhoseExtensionCannotBeTaken) {
+  const test::TempFolder temp;
+  const std::wstring top = temp.path().substr(2);
+  const std::wstring name(255 - top.size(), L'd');
+  const std::wstring folder = L"\\\\?\\" + temp.path() + name;
+  ASSERT_TRUE(::CreateDirectoryW(folder.c_str(), nullptr));
+  test::WriteBytes(folder + L"\\f.log", "content");
+  const test::InvalidParameter handler;
+  EXPECT_EQ(test::DirectoryApi(true).DeleteAll(top, L".log"), 0);
+  EXPECT_EQ(test::DirectoryApi(true).DeleteAll(top, L".none"), 0);
+  EXPECT_EQ(test::DirectoryApi(true).DeleteOld(top, L".none", 0), 0);
+  EXPECT_EQ(handler.Count(), 0);
+  EXPECT_EQ(test::ReadBytes(folder + L"\\f.log"), "content");
+  ::DeleteFileW((folder + L"\\f.log").c_str());
+  ::RemoveDirectoryW(folder.c_str());
+}
+
 // Random trees against a model that works on the list of names.
 TEST(DirectoryWalk, RandomTreesAgainstAModel) {
   std::mt19937 random(99);
