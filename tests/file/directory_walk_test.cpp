@@ -284,10 +284,11 @@ TEST(DirectoryWalk, FileWhosePathIsTooLong) {
   ::DeleteFileW(path.c_str());
 }
 
-// Without a drive the search of a directory of 256 characters still fits, one more than can be taken apart.
+// Where no drive is split off, the search of a directory of 256 characters still fits, one character more
+// than can be taken apart.
 TEST(DirectoryWalk, FileWhoseExtensionCannotBeTaken) {
   const test::TempFolder temp;
-  const std::wstring top = temp.path().substr(2);
+  const std::wstring top = L"\\\\.\\" + temp.path();
   const std::wstring name(255 - top.size(), L'd');
   const std::wstring folder = L"\\\\?\\" + temp.path() + name;
   ASSERT_TRUE(::CreateDirectoryW(folder.c_str(), nullptr));
