@@ -43,11 +43,21 @@ find_program(ZERA_DOXYGEN NAMES doxygen)
 if(ZERA_DOXYGEN)
   file(GLOB zera_pages CONFIGURE_DEPENDS docs/*.md docs/*.xml docs/*.css docs/Doxyfile.in docs/*.awk docs/snippets/*.cpp)
   set(zera_reference "${CMAKE_BINARY_DIR}/reference")
+  set(zera_prepare_pages)
+  foreach(file IN LISTS zera_pages)
+    get_filename_component(page "${file}" NAME_WE)
+    if(file MATCHES "\\.md$")
+      list(APPEND zera_prepare_pages COMMAND awk -v page=${page} -f "${CMAKE_SOURCE_DIR}/docs/page.awk"
+        "${file}" > "${zera_reference}/pages/${page}.md")
+    endif()
+  endforeach()
+  file(MAKE_DIRECTORY "${zera_reference}/pages")
   configure_file(docs/Doxyfile.in "${zera_reference}/Doxyfile" @ONLY)
   add_custom_command(OUTPUT "${zera_reference}/html/index.html"
     COMMAND ${CMAKE_COMMAND} -E rm -rf "${zera_reference}/html"
     COMMAND awk -v "folder=${CMAKE_SOURCE_DIR}/docs/snippets" -f "${CMAKE_SOURCE_DIR}/docs/header.awk"
       "${CMAKE_SOURCE_DIR}/include/ZERATools.h" > "${zera_reference}/ZERATools.h"
+    ${zera_prepare_pages}
     COMMAND ${ZERA_DOXYGEN} "${zera_reference}/Doxyfile" > "${zera_reference}/doxygen.log"
     # Pages that nothing leads to, named after the folders of the build.
     COMMAND find "${zera_reference}/html" -name "dir_*" -delete

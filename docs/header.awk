@@ -7,7 +7,7 @@
 # - An example is added to each entry from the files in `folder`, where it is marked "//! [EXPORT]"; a
 #   _UC variant without one of its own shows its plain partner's.
 BEGIN {
-  list = "ls " folder "/*.cpp 2>/dev/null"
+  list = "ls \"" folder "\"/*.cpp 2>/dev/null"
   while ((list | getline file) > 0) {
     base = file
     sub(/.*\//, "", base)
