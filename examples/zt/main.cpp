@@ -15,7 +15,6 @@
 #include "console.h"
 #include "guard.h"
 #include "help.h"
-#include "version.h"
 
 namespace zt {
 namespace {
@@ -43,7 +42,9 @@ Exit ShowVersions() {
   wchar_t version[24];
   ::GetModuleFileNameW(::GetModuleHandleW(L"ZERATools.dll"), path, MAX_PATH);
   ZERA_TOOLS_FILE_GET_VERSION_UC(path, version, std::size(version));
-  PrintLine(L"zt " ZT_VERSION);
+  PrintLine(
+      L"zt "
+      L"" ZT_VERSION);
   PrintLine(std::wstring(L"ZERATools.dll ") + version + L" (" + path + L")");
   return done;
 }

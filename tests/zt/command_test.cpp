@@ -1,6 +1,8 @@
 // What the commands do, seen on stdout and on the disk.
 #include <gtest/gtest.h>
 
+#include <thread>
+
 #include "Zt.h"
 #include "support/TempFolder.h"
 
@@ -130,6 +132,37 @@ TEST(ZtFile, FailuresSayWhat) {
   EXPECT_RESULT(1, L"", Args{L"file", L"delete", folder.path().substr(0, folder.path().size() - 1)});
   EXPECT_RESULT(1, L"", Args{L"file", L"create", folder / L"missing\\x.txt"});
   EXPECT_RESULT(1, L"", Args{L"file", L"version", folder.File(L"text.exe", "text")});
+}
+
+// What the library raises is not of this compiler's kind; it ends as a message all the same.
+TEST(ZtFile, ExceptionsBecomeMessages) {
+  const test::TempFolder folder;
+  const std::wstring file = folder.File(L"a.txt", std::string(1000000, 'x'));
+  const std::wstring pipe = L"\\\\.\\pipe\\zt-" + std::to_wstring(::GetCurrentProcessId());
+  // Each instance takes the first block and goes, so that writing the next one fails. There are several,
+  // since looking whether the target exists takes one as well.
+  std::vector<std::thread> readers;
+  for (int i = 0; i < 4; ++i) {
+    const HANDLE reader =
+        ::CreateNamedPipeW(pipe.c_str(), PIPE_ACCESS_INBOUND, PIPE_TYPE_BYTE, 4, 0, 1, 0, nullptr);
+    readers.emplace_back([reader] {
+      char block[4096];
+      DWORD count = 0;
+      ::ConnectNamedPipe(reader, nullptr);
+      ::ReadFile(reader, block, sizeof block, &count, nullptr);
+      ::DisconnectNamedPipe(reader);
+      ::CloseHandle(reader);
+    });
+  }
+  const Result result = Zt({L"file", L"copy", L"--overwrite", file, pipe});
+  for (HANDLE rest; (rest = ::CreateFileW(pipe.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0,
+                                          nullptr)) != INVALID_HANDLE_VALUE;) {
+    ::CloseHandle(rest);
+  }
+  for (std::thread& reader : readers) reader.join();
+  EXPECT_EQ(1u, result.exit);
+  EXPECT_EQ("", result.out);
+  EXPECT_TRUE(result.err.starts_with("zt: failed: ")) << result;
 }
 
 TEST(ZtFile, TimeIsInUtc) {

@@ -1,5 +1,6 @@
 // on_console PROGRAM [ARGUMENT ...]: runs a program with the handles of the console that this one is on.
-// Wine gives a program that starts on a pseudo console no handles of it.
+// Wine gives a program that starts on a pseudo console no handles of it, and ends such a console when
+// Ctrl+C is typed there; so the test sets the event "on_console" instead, and the key is sent from here.
 #include <windows.h>
 
 #include <string>
@@ -24,7 +25,11 @@ int main() {
                         &process)) {
     return 125;
   }
-  ::WaitForSingleObject(process.hProcess, INFINITE);
+  const HANDLE events[] = {process.hProcess, ::OpenEventW(SYNCHRONIZE, FALSE, L"on_console")};
+  if (::WaitForMultipleObjects(events[1] ? 2 : 1, events, FALSE, INFINITE) == WAIT_OBJECT_0 + 1) {
+    ::GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0);
+    ::WaitForSingleObject(process.hProcess, INFINITE);
+  }
   ::GetExitCodeProcess(process.hProcess, &exit);
   return static_cast<int>(exit);
 }
