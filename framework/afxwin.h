@@ -44,8 +44,14 @@ struct AFX_MODULE_STATE {
   HINSTANCE m_hCurrentInstanceHandle = nullptr;
 };
 
+namespace framework {
+extern AFX_MODULE_STATE moduleState;
+}
+
 /// This library's own module state.
-AFX_MODULE_STATE* AfxGetStaticModuleState();
+inline AFX_MODULE_STATE* AfxGetStaticModuleState() {
+  return &framework::moduleState;
+}
 /// The calling thread's current module state; null when no module's is.
 AFX_MODULE_STATE* AfxGetModuleState();
 /// Makes a module state current for the calling thread and gives the one before.
@@ -81,15 +87,13 @@ extern "C" void zera_call_in_module_state(AFX_MODULE_STATE* state, void (*work)(
 /// before also when a host's own exception passes through, which runs no destructor of ours.
 template <class Body>
 auto CallInModuleState(AFX_MODULE_STATE* state, Body& body) -> decltype(body()) {
-  if constexpr (std::is_void_v<decltype(body())>) {
-    zera_call_in_module_state(
-        state, [](void* work) { (*static_cast<Body*>(work))(); }, &body);
-  } else {
-    decltype(body()) result;
-    auto keep = [&] { result = body(); };
-    CallInModuleState(state, keep);
-    return result;
-  }
+  using Result = decltype(body());
+  static_assert(std::is_void_v<Result> || std::is_scalar_v<Result>, "results pass through in a register");
+  // module_state.S leaves the register alone, whichever it is.
+  using Call = Result(AFX_MODULE_STATE*, Result(*)(void*), void*);
+  auto* const call = reinterpret_cast<Call*>(reinterpret_cast<void*>(&zera_call_in_module_state));
+  return call(
+      state, [](void* work) -> Result { return (*static_cast<Body*>(work))(); }, &body);
 }
 
 }  // namespace framework

@@ -4,11 +4,9 @@
 
 #include "thread_storage.h"
 
-namespace {
+AFX_MODULE_STATE framework::moduleState;
 
-AFX_MODULE_STATE moduleState;
-
-}  // namespace
+using framework::moduleState;
 
 CWinApp::CWinApp(const wchar_t* appName) : m_pszAppName(appName) {
   moduleState.m_pCurrentWinApp = this;
@@ -36,9 +34,6 @@ int CWinApp::ExitInstance() {
 
 CWinApp* AfxGetApp() {
   return moduleState.m_pCurrentWinApp;
-}
-AFX_MODULE_STATE* AfxGetStaticModuleState() {
-  return &moduleState;
 }
 
 AFX_MODULE_STATE* AfxGetModuleState() {
