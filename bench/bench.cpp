@@ -50,7 +50,7 @@ double Batch(Body& body, int calls) {
 
 template <class Library, class Bare>
 void Compare(const char* name, int calls, double aim, Library export_, Bare bare) {
-  constexpr int kBatches = 15;
+  constexpr int kBatches = 50;
   double best = std::numeric_limits<double>::max(), bestBare = best;
   Batch(export_, calls / 10 + 1);
   Batch(bare, calls / 10 + 1);
@@ -71,9 +71,9 @@ int __attribute__((noinline)) RoundHere(double value) {
 void Frame() {
   const auto round = Export<decltype(ZERA_TOOLS_ROUND_INT)>(100);
   int (*volatile here)(double) = &RoundHere;
-  constexpr int kCalls = 2'000'000;
+  constexpr int kCalls = 50'000;
   double best = std::numeric_limits<double>::max(), bestHere = best;
-  for (int i = 0; i < 15; ++i) {
+  for (int i = 0; i < 100; ++i) {
     auto withFrame = [&] { sink = round(2.5); };
     auto without = [&] { sink = here(2.5); };
     best = std::min(best, Batch(withFrame, kCalls));
@@ -119,7 +119,7 @@ void Paths(const char* form) {
   const auto folder = Export<int(const Char*, Char*, std::size_t)>(Calls::kBase + 14);
   const auto replace = Export<int(Char*, std::size_t, const Char*)>(Calls::kBase + 23);
   const std::size_t bytes = (std::char_traits<Char>::length(Calls::kPath) + 1) * sizeof(Char);
-  constexpr int kCalls = 100'000;
+  constexpr int kCalls = 10'000;
   const auto name = [&](const char* operation) { return std::string(operation) + form; };
   Compare(
       name("name and extension").c_str(), kCalls, 0.5, [&] { get(Calls::kPath, out, _MAX_PATH); },
@@ -217,7 +217,7 @@ void Settings(const std::wstring& folder) {
   const auto write = Export<decltype(ZERA_TOOLS_WRITE_INT_UC)>(1061);
   int value = 0;
   Compare(
-      "write a number", 20, 1.05, [&] { write(L"Section", L"Key40", file.c_str(), ++value); },
+      "write a number", 5, 1.05, [&] { write(L"Section", L"Key40", file.c_str(), ++value); },
       [&] {
         std::swprintf(text, 64, L"%d", ++value);
         ::WritePrivateProfileStringW(L"Section", L"Key40", text, file.c_str());
@@ -232,7 +232,7 @@ void Encryption() {
   const CStringA plain("a text of thirty-two characters!");
   CStringA cipher;
   Compare(
-      "encrypt 32 bytes", 50, 1.05, [&] { sink = encrypt("pass phrase", plain, cipher); },
+      "encrypt 32 bytes", 10, 1.05, [&] { sink = encrypt("pass phrase", plain, cipher); },
       [&] {
         HCRYPTPROV provider = 0;
         HCRYPTHASH hash = 0;

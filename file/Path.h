@@ -40,15 +40,22 @@ Parts<Char> Split(Text<Char> path, IsLead isLead) {
   const std::size_t drive = path.size() >= 2 && path[1] == Char(':') ? 2 : 0;
   std::size_t name = drive;
   std::size_t period = path.npos;
-  for (std::size_t i = drive; i < path.size(); ++i) {
-    const Char one = path[i];
-    if (isLead(one)) {
-      ++i;
-    } else if (IsSeparator(one)) {
-      name = i + 1;
-      period = path.npos;
-    } else if (one == Char('.')) {
-      period = i;
+  if constexpr (sizeof(Char) > 1) {
+    // No unit of UTF-16 hides in another one's second half, so the name is found from the end.
+    for (name = path.size(); name > drive && !IsSeparator(path[name - 1]); --name) {
+      if (period == path.npos && path[name - 1] == Char('.')) period = name - 1;
+    }
+  } else {
+    for (std::size_t i = drive; i < path.size(); ++i) {
+      const Char one = path[i];
+      if (isLead(one)) {
+        ++i;
+      } else if (IsSeparator(one)) {
+        name = i + 1;
+        period = path.npos;
+      } else if (one == Char('.')) {
+        period = i;
+      }
     }
   }
   if (period == path.npos) period = path.size();
@@ -62,6 +69,7 @@ Parts<Char> Split(Text<Char> path, IsLead isLead) {
 // Whether the last character of a text is a separator; needs the text from a character's start.
 template <class Char, class IsLead>
 bool EndsInSeparator(Text<Char> text, IsLead isLead) {
+  if constexpr (sizeof(Char) > 1) return !text.empty() && IsSeparator(text.back());
   bool separator = false;
   for (std::size_t i = 0; i < text.size(); ++i) {
     separator = IsSeparator(text[i]);

@@ -26,14 +26,12 @@ zera_call_in_module_state:
         movq    %rcx, (%rax,%r10)
         movq    %r8, %rcx
         call    *%rdx
+        // The result stands in rax or xmm0.
         movl    _tls_index(%rip), %r9d
-        movq    %gs:0x58, %rax
-        movq    (%rax,%r9,8), %rax
-        leaq    zera_thread_storage(%rip), %r10
-        leaq    _tls_start(%rip), %r11
-        subq    %r11, %r10
+        movq    %gs:0x58, %rcx
+        movq    (%rcx,%r9,8), %rcx
         movq    32(%rsp), %r9
-        movq    %r9, (%rax,%r10)
+        movq    %r9, zera_thread_storage@SECREL32(%rcx)
         addq    $40, %rsp
         ret
         .seh_endproc
