@@ -12,13 +12,19 @@ add_custom_command(TARGET ZERATools POST_BUILD
   COMMAND ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0 ${ZERA_OBJCOPY} --add-gnu-debuglink=ZERATools.dll.debug ZERATools.dll
   VERBATIM)
 
-# The short import format, which the linkers of the Microsoft ABI read.
-find_program(ZERA_LLVM_DLLTOOL NAMES llvm-dlltool llvm-dlltool-14 REQUIRED)
-set(zera_short_lib "${CMAKE_ARCHIVE_OUTPUT_DIRECTORY}/ZERATools.lib")
-add_custom_command(OUTPUT "${zera_short_lib}"
-  COMMAND ${ZERA_LLVM_DLLTOOL} -m i386:x86-64 -d "${CMAKE_SOURCE_DIR}/frame/ZERATools.def" -l "${zera_short_lib}"
-  DEPENDS "${CMAKE_SOURCE_DIR}/frame/ZERATools.def" VERBATIM)
-add_custom_target(short-import-library ALL DEPENDS "${zera_short_lib}")
+# The short import format, which the linkers of the Microsoft ABI read. Without the tool there is none, and
+# the zip file is not made.
+find_program(ZERA_LLVM_DLLTOOL NAMES llvm-dlltool llvm-dlltool-14)
+if(ZERA_LLVM_DLLTOOL)
+  set(zera_short_lib "${CMAKE_ARCHIVE_OUTPUT_DIRECTORY}/ZERATools.lib")
+  add_custom_command(OUTPUT "${zera_short_lib}"
+    COMMAND ${ZERA_LLVM_DLLTOOL} -m i386:x86-64 -d "${CMAKE_SOURCE_DIR}/frame/ZERATools.def" -l "${zera_short_lib}"
+    DEPENDS "${CMAKE_SOURCE_DIR}/frame/ZERATools.def" VERBATIM)
+  add_custom_target(short-import-library ALL DEPENDS "${zera_short_lib}")
+  install(FILES "${zera_short_lib}" DESTINATION lib)
+else()
+  message(STATUS "llvm-dlltool is missing: no ZERATools.lib, no package")
+endif()
 
 set(zera_generated "${CMAKE_BINARY_DIR}/package")
 configure_file(cmake/ZERATools.pc.in "${zera_generated}/ZERATools.pc" @ONLY)
@@ -30,18 +36,19 @@ set(zera_cmake_dir lib/cmake/ZERATools)
 install(FILES "$<TARGET_FILE:ZERATools>" "$<TARGET_FILE:ZERATools>.debug" DESTINATION bin)
 install(FILES include/ZERATools.h DESTINATION include)
 install(DIRECTORY include/ZERATools DESTINATION include)
-install(FILES "$<TARGET_LINKER_FILE:ZERATools>" "${zera_short_lib}" frame/ZERATools.def DESTINATION lib)
+install(FILES "$<TARGET_LINKER_FILE:ZERATools>" frame/ZERATools.def DESTINATION lib)
 install(FILES "${zera_generated}/ZERATools.pc" DESTINATION lib/pkgconfig)
 install(FILES "${zera_generated}/ZERAToolsConfig.cmake" "${zera_generated}/ZERAToolsConfigVersion.cmake"
   cmake/mingw-ucrt.cmake DESTINATION ${zera_cmake_dir})
-install(DIRECTORY examples/c examples/cpp examples/linker examples/node DESTINATION examples)
+install(TARGETS zt RUNTIME DESTINATION bin)
+install(DIRECTORY examples/c examples/cpp examples/linker examples/node examples/zt DESTINATION examples)
 install(FILES README.md CHANGELOG.md DESTINATION . OPTIONAL)
 
 # The reference, from the header and the pages in docs/. Without the tool there is none; the zip file
 # is not made then.
 find_program(ZERA_DOXYGEN NAMES doxygen)
 if(ZERA_DOXYGEN)
-  file(GLOB zera_pages CONFIGURE_DEPENDS docs/*.md docs/*.xml docs/*.css docs/Doxyfile.in docs/*.awk docs/snippets/*.cpp)
+  file(GLOB zera_pages docs/*.md docs/*.xml docs/*.css docs/Doxyfile.in docs/*.awk docs/snippets/*.cpp)
   set(zera_reference "${CMAKE_BINARY_DIR}/reference")
   set(zera_prepare_pages)
   foreach(file IN LISTS zera_pages)
@@ -66,8 +73,11 @@ if(ZERA_DOXYGEN)
   add_custom_target(reference ALL DEPENDS "${zera_reference}/html/index.html")
   install(DIRECTORY "${zera_reference}/html/" DESTINATION docs/reference)
 
+endif()
+
+if(ZERA_DOXYGEN AND ZERA_LLVM_DLLTOOL)
   add_custom_target(package-zip
     COMMAND "${CMAKE_SOURCE_DIR}/scripts/package.sh" "${CMAKE_BINARY_DIR}" ${PROJECT_VERSION}
-    DEPENDS ZERATools short-import-library reference
+    DEPENDS ZERATools zt short-import-library reference
     USES_TERMINAL VERBATIM)
 endif()

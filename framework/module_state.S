@@ -30,8 +30,11 @@ zera_call_in_module_state:
         movl    _tls_index(%rip), %r9d
         movq    %gs:0x58, %rcx
         movq    (%rcx,%r9,8), %rcx
+        leaq    zera_thread_storage(%rip), %r10
+        leaq    _tls_start(%rip), %r11
+        subq    %r11, %r10
         movq    32(%rsp), %r9
-        movq    %r9, zera_thread_storage@SECREL32(%rcx)
+        movq    %r9, (%rcx,%r10)
         addq    $40, %rsp
         ret
         .seh_endproc

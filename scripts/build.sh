@@ -1,15 +1,14 @@
 # Sourced by the front doors: configures and builds a preset; shows output only when it fails.
 # build PRESET [TARGET ...]
 build() {
-  local preset=$1 log=build/$1.log now
+  local preset=$1 log=build/$1.log
   shift
   mkdir -p build
-  now=$(cat build/preset 2>/dev/null || true)
   # The tests' preset is the release with more targets, so it serves for both.
-  if [ ! -e build/release/build.ninja ] || { [ "$now" != "$preset" ] && [ "$now" != tests ]; }; then
+  if [ ! -e build/release/build.ninja ] ||
+     { [ "$preset" = tests ] && ! grep -q '^ZERA_BUILD_TESTS:BOOL=TRUE' build/release/CMakeCache.txt; }; then
     echo "Configuring ($preset) ..."
     cmake --preset "$preset" >"$log" 2>&1 || { cat "$log" >&2; return 1; }
-    echo "$preset" >build/preset
   fi
   # Nothing is said when nothing has to be built.
   if ! ninja -C build/release -n "$@" 2>/dev/null | grep -q 'no work to do'; then echo "Building ..."; fi

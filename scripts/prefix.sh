@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Makes the Wine prefix that tests or the demonstration run in, once, and cuts it off from the
-# machine before anything of ours runs there. ZERA_PREFIX names it (default build/wine-tests).
+# machine before anything of ours runs there. Then starts Wine's services. ZERA_PREFIX names it (default build/wine-tests).
 set -euo pipefail
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 . "$top/scripts/wine-env.sh"
@@ -21,3 +21,4 @@ if [ ! -e "$WINEPREFIX/cut-off" ]; then
   touch "$WINEPREFIX/cut-off"
 fi
 wine_assert_cut_off "$WINEPREFIX"
+wine_start

@@ -4,6 +4,7 @@ for WINE in /usr/lib/wine/wine64 wine64 wine; do
   WINE=$(command -v "$WINE" || true)
   [ -n "$WINE" ] && break
 done
+command -v wineserver >/dev/null || wineserver() { /usr/lib/wine/wineserver "$@"; }
 
 export WINEPREFIX=${ZERA_PREFIX:-$top/build/wine-tests}
 export WINEARCH=win64
@@ -43,13 +44,20 @@ wine_assert_cut_off() {
   done
 }
 
+# Starts Wine's server and services for this prefix. They would start with the first program otherwise, and
+# hold its output open long after it has ended, so that whoever reads that output waits for them. They end by
+# themselves when no program ran for five minutes.
+wine_start() {
+  wineserver -p300 >/dev/null 2>&1 </dev/null || true
+  wine cmd /c exit >/dev/null 2>&1 </dev/null
+}
+
 # Ends the Wine server of this prefix and removes the folder it keeps for its socket.
 wine_stop() {
   [ -d "$WINEPREFIX" ] || return 0
-  local server dir
-  server=$(command -v wineserver || echo /usr/lib/wine/wineserver)
-  "$server" -k 2>/dev/null || true
-  "$server" -w 2>/dev/null || true
+  local dir
+  wineserver -k 2>/dev/null || true
+  wineserver -w 2>/dev/null || true
   dir=/tmp/.wine-$(id -u)
   rm -rf "$dir/$(stat -c 'server-%D-%i' "$WINEPREFIX" | awk -F- '{printf "%s-%s-%x", $1, $2, $3}')"
   rmdir "$dir" 2>/dev/null || true

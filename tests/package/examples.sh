@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # A newcomer builds an example with the unpacked package alone and runs it:
-#   examples.sh TOP BUILD VERSION c|cpp|pkgconfig|linker|node
+#   examples.sh TOP BUILD VERSION c|cpp|pkgconfig|linker|node|zt
 . "$(dirname "$0")/common.sh"
 what=$4
 work="$outside/$what"
@@ -55,6 +55,12 @@ read:   licence 4711") >&2 || fail "the example writes something else"
       "$(pkg-config --libs ZERATools)" || fail "the example does not build"
     cp "$package/bin/ZERATools.dll" "$work/"
     expect_c
+    ;;
+  zt)
+    with_cmake zt
+    for zt in "$work/zt.exe" "$package/bin/zt.exe"; do
+      expect_output "$zt" path file 'C:\data\run.ini' <<<run.ini
+    done
     ;;
   linker)
     "$package/examples/linker/build.sh" "$package" "$work" || fail "the example does not build"
