@@ -3,7 +3,8 @@
 
 #include <type_traits>
 
-static_assert(std::is_same_v<decltype(ZERA_TOOLS_STRING_UC_TO_UTF8), void __cdecl(const wchar_t*, CStringA&)>);
+static_assert(
+    std::is_same_v<decltype(ZERA_TOOLS_STRING_UC_TO_UTF8), void __cdecl(const wchar_t*, CStringA&)>);
 static_assert(ZERA_TOOLS_FILE_EXIST_ORDINAL == 1 && ZERA_TOOLS_GETNUM_APPRUNNING_UC_ORDINAL == 1091);
 
 int host();
