@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "support/StartProcess.h"
+
 extern "C" std::uintptr_t __stack_chk_guard;
 
 namespace {
@@ -32,8 +34,8 @@ TEST(StackGuard, OverflowEndsTheProcessAtOnce) {
   STARTUPINFOW startup = {};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION process = {};
-  ASSERT_TRUE(::CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                               &startup, &process));
+  ASSERT_TRUE(test::StartProcess(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                                 &startup, &process));
   EXPECT_EQ(::WaitForSingleObject(process.hProcess, 60'000), WAIT_OBJECT_0);
   DWORD code = 0;
   ::GetExitCodeProcess(process.hProcess, &code);

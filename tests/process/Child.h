@@ -7,6 +7,7 @@
 
 #include <string>
 
+#include "support/StartProcess.h"
 #include "support/TempFolder.h"
 
 namespace test {
@@ -32,8 +33,8 @@ class Child {
     std::wstring command = L"\"" + program + L"\" " + name;
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
-    if (!::CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                          &startup, &process_)) {
+    if (!test::StartProcess(program.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                            &startup, &process_)) {
       ADD_FAILURE() << "cannot be started: " << Ansi(program) << ", error " << ::GetLastError();
     } else if (::WaitForSingleObject(ready, 60000) != WAIT_OBJECT_0) {
       ADD_FAILURE() << "does not run: " << Ansi(program);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <shellapi.h>
 
+#include "support/StartProcess.h"
 #include "support/TempFolder.h"
 
 namespace test {
@@ -45,8 +46,8 @@ Result Zt(const std::vector<std::wstring>& arguments, const std::string& input, 
   startup.hStdOutput = Open(streams / L"out", GENERIC_WRITE, CREATE_ALWAYS);
   startup.hStdError = Open(streams / L"err", GENERIC_WRITE, CREATE_ALWAYS);
   PROCESS_INFORMATION process = {};
-  const BOOL started = ::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                                        folder.empty() ? nullptr : folder.c_str(), &startup, &process);
+  const BOOL started = test::StartProcess(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                                          folder.empty() ? nullptr : folder.c_str(), &startup, &process);
   Result result;
   if (started) {
     ::WaitForSingleObject(process.hProcess, INFINITE);

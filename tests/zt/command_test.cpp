@@ -4,6 +4,7 @@
 #include <thread>
 
 #include "Zt.h"
+#include "support/StartProcess.h"
 #include "support/TempFolder.h"
 
 namespace {
@@ -324,8 +325,8 @@ TEST(ZtProcess, CountsAndEnds) {
   STARTUPINFOW startup = {};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION process = {};
-  ASSERT_TRUE(::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                               &process));
+  ASSERT_TRUE(test::StartProcess(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                                 &process));
   while (Zt({L"process", L"count", program}).out == "0\r\n" &&
          ::WaitForSingleObject(process.hProcess, 50) == WAIT_TIMEOUT) {
   }

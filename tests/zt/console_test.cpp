@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "Zt.h"
+#include "support/StartProcess.h"
 #include "support/TempFolder.h"
 
 namespace {
@@ -39,8 +40,9 @@ class Console {
                                 nullptr);
     std::wstring line =
         L"\"" + test::Beside(L"on_console.exe") + L"\" \"" + test::Beside(L"zt.exe") + L"\" " + arguments;
-    EXPECT_TRUE(::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, EXTENDED_STARTUPINFO_PRESENT,
-                                 nullptr, nullptr, &startup.StartupInfo, &process_));
+    EXPECT_TRUE(test::StartProcess(nullptr, line.data(), nullptr, nullptr, FALSE,
+                                   EXTENDED_STARTUPINFO_PRESENT, nullptr, nullptr, &startup.StartupInfo,
+                                   &process_));
     reader_ = std::thread([this] {
       char block[4096];
       DWORD count = 0;
