@@ -1,4 +1,6 @@
 // CodePage.cpp: text into and out of the ANSI code page, character by character.
+#include <type_traits>
+
 #include "Conversions.h"
 #include "Signs.h"
 
@@ -39,15 +41,14 @@ void AppendSign(CStringA& to, const Sign& sign) {
   to.Append(sign.bytes);
 }
 
-}  // namespace
-
 // Each result is built apart and stored at the end: the text may lie in the result's own buffer.
 
-void UcToMbc(const wchar_t* text, CStringA& result) {
-  const Signs signs = SignsOfUtf16(::_getmbcp());
+// The signs by table, every other character by `append`.
+template <class Char, class Append>
+void ToMbc(const Char* text, const Signs& signs, CStringA& result, Append append) {
   CStringA built;
   for (; text && *text; ++text) {
-    switch (*text) {
+    switch (static_cast<std::make_unsigned_t<Char>>(*text)) {
       case kMicro:
         AppendSign(built, signs.micro);
         break;
@@ -55,28 +56,20 @@ void UcToMbc(const wchar_t* text, CStringA& result) {
         AppendSign(built, signs.degree);
         break;
       default:
-        AppendAnsi(built, *text);
+        append(built, *text);
     }
   }
   result.SetString(built, built.GetLength());
 }
 
+}  // namespace
+
+void UcToMbc(const wchar_t* text, CStringA& result) {
+  ToMbc(text, SignsOfUtf16(::_getmbcp()), result, &AppendAnsi);
+}
+
 void Char8ToMbc(const char* text, CStringA& result) {
-  const Signs signs = SignsOfLatin1(::_getmbcp());
-  CStringA built;
-  for (; text && *text; ++text) {
-    switch (static_cast<unsigned char>(*text)) {
-      case kMicro:
-        AppendSign(built, signs.micro);
-        break;
-      case kDegree:
-        AppendSign(built, signs.degree);
-        break;
-      default:
-        built.AppendChar(*text);
-    }
-  }
-  result.SetString(built, built.GetLength());
+  ToMbc(text, SignsOfLatin1(::_getmbcp()), result, [](CStringA& to, char one) { to.AppendChar(one); });
 }
 
 void Char8ToUc(const char* text, CStringW& result) {

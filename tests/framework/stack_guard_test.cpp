@@ -20,6 +20,7 @@ __attribute__((noinline)) int Overflow(int count) {
   return buffer[3];
 }
 
+// Ends its process, so it never runs among the others: the test below starts it in a process of its own.
 TEST(StackGuard, DISABLED_Overflow) {
   Overflow(16 + 16);
   ::ExitProcess(7);
