@@ -2,24 +2,14 @@
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
 
-# The debug information stands beside the library, which names it. The tool would write the present time
-# into both files.
-find_program(ZERA_OBJCOPY NAMES x86_64-w64-mingw32-objcopy REQUIRED)
-add_custom_command(TARGET ZERATools POST_BUILD
-  WORKING_DIRECTORY "$<TARGET_FILE_DIR:ZERATools>"
-  COMMAND ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0 ${ZERA_OBJCOPY} --only-keep-debug ZERATools.dll ZERATools.dll.debug
-  COMMAND ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0 ${ZERA_OBJCOPY} --strip-all ZERATools.dll
-  COMMAND ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0 ${ZERA_OBJCOPY} --add-gnu-debuglink=ZERATools.dll.debug ZERATools.dll
-  VERBATIM)
-
 # The short import format, which the linkers of the Microsoft ABI read. Without the tool there is none, and
 # the zip file is not made.
 find_program(ZERA_LLVM_DLLTOOL NAMES llvm-dlltool llvm-dlltool-14)
 if(ZERA_LLVM_DLLTOOL)
   set(zera_short_lib "${CMAKE_ARCHIVE_OUTPUT_DIRECTORY}/ZERATools.lib")
   add_custom_command(OUTPUT "${zera_short_lib}"
-    COMMAND ${ZERA_LLVM_DLLTOOL} -m i386:x86-64 -d "${CMAKE_SOURCE_DIR}/frame/ZERATools.def" -l "${zera_short_lib}"
-    DEPENDS "${CMAKE_SOURCE_DIR}/frame/ZERATools.def" VERBATIM)
+    COMMAND ${ZERA_LLVM_DLLTOOL} -m i386:x86-64 -d "${PROJECT_SOURCE_DIR}/src/frame/ZERATools.def" -l "${zera_short_lib}"
+    DEPENDS "${PROJECT_SOURCE_DIR}/src/frame/ZERATools.def" VERBATIM)
   add_custom_target(short-import-library ALL DEPENDS "${zera_short_lib}")
   install(FILES "${zera_short_lib}" DESTINATION lib)
 else()
@@ -36,7 +26,7 @@ set(zera_cmake_dir lib/cmake/ZERATools)
 install(FILES "$<TARGET_FILE:ZERATools>" "$<TARGET_FILE:ZERATools>.debug" DESTINATION bin)
 install(FILES include/ZERATools.h DESTINATION include)
 install(DIRECTORY include/ZERATools DESTINATION include)
-install(FILES "$<TARGET_LINKER_FILE:ZERATools>" frame/ZERATools.def DESTINATION lib)
+install(FILES "$<TARGET_LINKER_FILE:ZERATools>" src/frame/ZERATools.def DESTINATION lib)
 install(FILES "${zera_generated}/ZERATools.pc" DESTINATION lib/pkgconfig)
 install(FILES "${zera_generated}/ZERAToolsConfig.cmake" "${zera_generated}/ZERAToolsConfigVersion.cmake"
   cmake/mingw-ucrt.cmake DESTINATION ${zera_cmake_dir})
@@ -54,7 +44,7 @@ if(ZERA_DOXYGEN)
   foreach(file IN LISTS zera_pages)
     get_filename_component(page "${file}" NAME_WE)
     if(file MATCHES "\\.md$")
-      list(APPEND zera_prepare_pages COMMAND awk -v page=${page} -f "${CMAKE_SOURCE_DIR}/docs/page.awk"
+      list(APPEND zera_prepare_pages COMMAND awk -v page=${page} -f "${PROJECT_SOURCE_DIR}/docs/page.awk"
         "${file}" > "${zera_reference}/pages/${page}.md")
     endif()
   endforeach()
@@ -62,14 +52,14 @@ if(ZERA_DOXYGEN)
   configure_file(docs/Doxyfile.in "${zera_reference}/Doxyfile" @ONLY)
   add_custom_command(OUTPUT "${zera_reference}/html/index.html"
     COMMAND ${CMAKE_COMMAND} -E rm -rf "${zera_reference}/html"
-    COMMAND awk -v "folder=${CMAKE_SOURCE_DIR}/docs/snippets" -f "${CMAKE_SOURCE_DIR}/docs/header.awk"
-      "${CMAKE_SOURCE_DIR}/include/ZERATools.h" > "${zera_reference}/ZERATools.h"
+    COMMAND awk -v "folder=${PROJECT_SOURCE_DIR}/docs/snippets" -f "${PROJECT_SOURCE_DIR}/docs/header.awk"
+      "${PROJECT_SOURCE_DIR}/include/ZERATools.h" > "${zera_reference}/ZERATools.h"
     ${zera_prepare_pages}
     COMMAND ${ZERA_DOXYGEN} "${zera_reference}/Doxyfile" > "${zera_reference}/doxygen.log"
     # Pages that nothing leads to, named after the folders of the build.
     COMMAND find "${zera_reference}/html" -name "dir_*" -delete
     DEPENDS ${zera_pages} include/ZERATools.h include/ZERATools/Types.h "${zera_reference}/Doxyfile"
-    WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}" VERBATIM)
+    WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}" VERBATIM)
   add_custom_target(reference ALL DEPENDS "${zera_reference}/html/index.html")
   install(DIRECTORY "${zera_reference}/html/" DESTINATION docs/reference)
 
@@ -77,7 +67,7 @@ endif()
 
 if(ZERA_DOXYGEN AND ZERA_LLVM_DLLTOOL)
   add_custom_target(package-zip
-    COMMAND "${CMAKE_SOURCE_DIR}/scripts/package.sh" "${CMAKE_BINARY_DIR}" ${PROJECT_VERSION}
+    COMMAND "${PROJECT_SOURCE_DIR}/scripts/package.sh" "${CMAKE_BINARY_DIR}" ${PROJECT_VERSION}
     DEPENDS ZERATools zt short-import-library reference
     USES_TERMINAL VERBATIM)
 endif()

@@ -61,7 +61,7 @@ refuse "our types beside the host's own without the switch" \
 
 # Every number of the definition file has its constant, and no other has one.
 numbers() { sed -nE "s/^[^;]*(ZERA_TOOLS_[A-Z0-9_]+)$1 *= *([0-9]+),/\1 \2/p" "$2" | sort; }
-sed -nE 's/^(;todo)? *(ZERA_TOOLS_[A-Z0-9_]+) *@([0-9]+).*/\2 \3/p' "$top/frame/ZERATools.def" | sort >"$work/def"
+sed -nE 's/^(;todo)? *(ZERA_TOOLS_[A-Z0-9_]+) *@([0-9]+).*/\2 \3/p' "$top/src/frame/ZERATools.def" | sort >"$work/def"
 numbers _ORDINAL "$top/include/ZERATools/Ordinals.h" >"$work/constants"
 [ "$(wc -l <"$work/def")" = 142 ] || { echo "FAILED: $(wc -l <"$work/def") exports, not 142" >&2; failed=1; }
 diff "$work/def" "$work/constants" >&2 || { echo "FAILED: Ordinals.h and the definition file differ" >&2; failed=1; }
