@@ -131,7 +131,7 @@ TEST(Snippets, Storage) {
     ::GetModuleFileNameW(::GetModuleHandleW(L"ZERATools.dll"), library, MAX_PATH);
     //! [ZERA_TOOLS_FILE_GET_VERSION_UC]
     wchar_t version[32];
-    const bool known = ZERA_TOOLS_FILE_GET_VERSION_UC(library, version, 32) != 0;  // "1.0.0.0"
+    const bool known = ZERA_TOOLS_FILE_GET_VERSION_UC(library, version, 32) != 0;  // "1.1.0.0"
     //! [ZERA_TOOLS_FILE_GET_VERSION_UC]
     EXPECT_TRUE(known);
     EXPECT_EQ(std::wstring(version).substr(0, 2), L"1.");
