@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the library adds to the platform: each export, bound by ordinal as hosts do, beside the bare
 // platform calls that its rules require, measured in the same run.
 //

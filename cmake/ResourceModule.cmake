@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # zera_add_resource_module(NAME file.rc): a library of resources alone, without code or entry point.
 function(zera_add_resource_module name script)
   add_library(${name} MODULE ${script})

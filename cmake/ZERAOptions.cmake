@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The compiler options of everything that is built here.
 add_library(zera-options INTERFACE)
 target_compile_definitions(zera-options INTERFACE WINVER=0x0A00 _WIN32_WINNT=0x0A00 NTDDI_VERSION=0x0A000000)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What a host's author gets: install rules, import libraries for both linkers, and the zip file.
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)

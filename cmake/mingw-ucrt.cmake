@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Cross build for 64-bit Windows with mingw-w64 against the universal C runtime.
 #
 # Debian's compiler links the old msvcrt.dll by default. The library has to share locale, heap,

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Prepares ZERATools.h for the reference.
 #
 # - The sections of the header (a rule, a title, a text) become groups.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Prepares one page (`page` is its name without ".md") for the reference: the page gets a name of its own, and
 # links between pages go by these names, wherever the files are.
 function Name(page) {

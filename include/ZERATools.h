@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ZERATools.h: the exports of ZERATools.dll.
 //
 // A utility library for the desktop applications of one family: paths and files, settings files,

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by the front doors: configures and builds a preset; shows output only when it fails.
 # build PRESET [TARGET ...]
 build() {

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Fails when an export has no complete entry in the reference:  check-reference.sh PREPARED_HEADER DEF_FILE LOG
 # (the header as docs/header.awk prepares it, the definition file, the reference tool's warnings).
 # An entry has a summary, each argument, the result unless there is none, an example, and the number that

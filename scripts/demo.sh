@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # The demonstration: an application of the family is installed, started several times, and shows what the
 # library does for it. Installs what is missing and builds first. Everything happens in a Wine prefix of its
 # own below build/. Exits with 1 if anything does not do what is said here.

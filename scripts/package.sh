@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Makes build/ZERATools-<version>-win64.zip and its checksums from a build folder:
 #   package.sh BUILD_FOLDER VERSION
 # (cmake --build --preset package calls it). Two builds of one commit give the same bytes: the files

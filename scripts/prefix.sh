@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Makes the Wine prefix that tests or the demonstration run in, once, and cuts it off from the
 # machine before anything of ours runs there. Then starts Wine's services. ZERA_PREFIX names it (default build/wine-tests).
 set -euo pipefail

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs what the build needs and is missing, as Debian packages. Says nothing when all is there.
 set -euo pipefail
 

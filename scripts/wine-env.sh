@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by the scripts that use Wine, after they set $top: where Wine is, what it may see.
 
 for WINE in /usr/lib/wine/wine64 wine64 wine; do

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Runs a Windows program of the build folder with Wine:  wine-run.sh PROGRAM [ARGUMENT ...]
 # A PROGRAM with a drive letter is one of the prefix.
 #

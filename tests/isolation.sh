@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # The prefix that the tests run in shows drive C: inside itself, X: for the build folder, and nothing
 # else of the machine: no other drive, no link that leads out. Makes the prefix if there is none.
 set -euo pipefail

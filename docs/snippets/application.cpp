@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Examples of the reference: processes, messages, an application's files and language.
 #include <ZERATools.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Examples of the reference: encryption of texts and bytes.
 #include <ZERATools.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Examples of the reference: one file, its contents, and where it is stored.
 #include <ZERATools.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Examples of the reference: paths as text.
 #include <ZERATools.h>
 #include <gtest/gtest.h>

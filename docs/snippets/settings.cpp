@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Examples of the reference: settings files, read, written, and put together in a buffer.
 #include <ZERATools.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Examples of the reference: conversions and rounding.
 #include <ZERATools.h>
 #include <gtest/gtest.h>

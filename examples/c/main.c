@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host in C: a settings file beside the program, read and written, and one export bound by ordinal.
 #include <ZERATools.h>
 #include <stdio.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host in C++: strings that the library fills, and a text that is stored encrypted.
 #include <ZERATools.h>
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds host.exe with clang and lld-link:  build.sh PACKAGE_FOLDER OUTPUT_FOLDER
 # With Microsoft's tools it is:  cl main.c /I <package>\include <package>\lib\ZERATools.lib kernel32.lib
 #                                   /link /nodefaultlib /entry:start /subsystem:console

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host without any C runtime, linked by a linker of the Microsoft ABI through ZERATools.lib.
 #include <ZERATools.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host in a scripting language: exports by name, through a foreign-function package.
 //   node host.js <path of ZERATools.dll> <folder for a settings file> [file for the output]
 const fs = require('fs');

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ByOrdinal.h: exports of the library that the viewer binds by their numbers instead of their names.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Console.h: what the viewer prints, as UTF-8.
 #pragma once
 

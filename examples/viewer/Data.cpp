@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Data.cpp: what the viewer does with the user's data folder.
 #include <ZERATools.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Licence.cpp: a text that nobody reads in the settings file by chance.
 #include <ZERATools.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Start.cpp: the settings file and the user's language.
 #include <ZERATools.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Viewer.h: what the viewer does, one function for each command. Each gives the program's exit code.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // view.exe: a small application of the family, to show what the library does for one.
 #include <windows.h>
 

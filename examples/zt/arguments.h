@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // arguments.h: the arguments of one command, counted and checked before anything is called.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // command.h: what a command is. Every subject keeps one table of them; nothing else is registered.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // console.h: text to stdout and stderr. A console gets UTF-16, a file or pipe UTF-8, so that no
 // character depends on a code page.
 #pragma once

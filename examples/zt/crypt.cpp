@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // zt crypt: printable cipher texts.
 #include <ZERATools.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // zt file: one file.
 #include <ZERATools.h>
 #include <time.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // help.h: the help at each level, made from the tables of commands.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // zt: the exports of ZERATools.dll as a command-line tool.
 #include <windows.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // zt path: paths as text.
 #include <ZERATools.h>
 

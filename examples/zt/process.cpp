@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // zt process: processes and threads.
 #include <ZERATools.h>
 

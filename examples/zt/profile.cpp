@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // zt profile: values in settings files.
 #include <ZERATools.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // zt profile text: a whole settings file in one piece.
 #include <ZERATools.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // progress.h: a sign of life on long calls, and the user's wish to stop.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // zt round: numbers.
 #include <ZERATools.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // settings.h: a place in a settings file, for the commands that read or write one.
 #pragma once
 

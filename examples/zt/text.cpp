@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // zt text: character sets.
 #include <ZERATools.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // zt tree: whole folders. What is deleted is deleted, so every argument is looked at closely first.
 #include <ZERATools.h>
 

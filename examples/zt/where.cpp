@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // zt where: an application's settings file, data folders and language.
 #include <ZERATools.h>
 

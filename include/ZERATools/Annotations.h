@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ZERATools/Annotations.h: the platform's argument annotations, empty where the compiler has none.
 #ifndef ZERATOOLS_ANNOTATIONS_H
 #define ZERATOOLS_ANNOTATIONS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ZERATools/Ordinals.h: the exports' numbers, for hosts that bind with GetProcAddress:
 //   GetProcAddress(library, MAKEINTRESOURCEA(ZERA_TOOLS_FILE_EXIST_ORDINAL))
 // A number, once given, never changes and is never given to anything else.

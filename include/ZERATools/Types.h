@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ZERATools/Types.h: the objects that cross the boundary between the library and its hosts.
 //
 // Hosts of the family pass their framework's own string, byte array and thread objects. What counts

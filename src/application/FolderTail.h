@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // FolderTail.h: what an application's folders and files are named after. Text only, no platform calls.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // LanguageTable.h: the languages of the user interface and their codes. Text only, no platform calls.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Languages.h: the chosen language of an application and its language module. The rules of each stand at
 // its export in ZERATools.h; these are the same operations without the frame.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // LanguagesExports.cpp: the exports for the language of the user interface.
 #include <afx.h>
 

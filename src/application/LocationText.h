@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // LocationText.h: a path that is put together on the stack.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Locations.h"
 
 #include <shlobj.h>

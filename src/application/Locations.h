@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Locations.h: where an application's settings file and data folders are. The rules of each stand at its
 // export in ZERATools.h; these are the same operations without the frame.
 #pragma once

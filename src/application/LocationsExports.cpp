@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // LocationsExports.cpp: the exports that find an application's settings file and data folders.
 #include "Locations.h"
 #include "ZERATools.h"

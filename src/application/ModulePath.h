@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ModulePath.h: the full path of a module, as far as a buffer on the stack holds it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CodePage.cpp: text into and out of the ANSI code page, character by character.
 #include <type_traits>
 

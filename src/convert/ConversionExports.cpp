@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ConversionExports.cpp: the exports that convert text.
 #include <afx.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Conversions.h: text between UTF-16, the ANSI code page, UTF-8 and hexadecimal text. The rules of each
 // stand at its export in ZERATools.h; these are the same operations without the frame, for the
 // library's own use. A null text counts as empty. The input may lie in the result itself.

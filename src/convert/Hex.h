@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Hex.h: UTF-16 text as hexadecimal numbers, one for each code unit, separated by single blanks.
 // Text only, no platform calls.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HexText.cpp: text into and out of its hexadecimal form.
 #include <wchar.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Rounding.h: halves away from zero, out of range to the nearest end. Free of the platform.
 //
 // The steps and their order make the exact bits of the results; the build keeps the compiler from

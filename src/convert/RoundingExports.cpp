@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // RoundingExports.cpp: the exports that round.
 #include <afx.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Signs.h: how the degree and the micro sign are written in each multi-byte code page. Data only.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Utf8.cpp: text into and out of UTF-8, by the platform's conversion with no flags: what is invalid
 // becomes the replacement character.
 #include "Conversions.h"

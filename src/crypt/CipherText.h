@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CipherText.h: cipher bytes as text. Free of the platform.
 #pragma once
 

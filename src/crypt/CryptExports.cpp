@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CryptExports.cpp: the exports that encrypt and decrypt.
 #include "Texts.h"
 #include "ZERATools.h"

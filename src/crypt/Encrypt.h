@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Encrypt.h: the encryption engine: RC4 under the MD5 digest of a pass phrase.
 #pragma once
 

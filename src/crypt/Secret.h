@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Secret.h: memory for pass phrases and plain bytes, wiped before it is given back.
 #pragma once
 

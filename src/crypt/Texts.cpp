@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Texts.h"
 
 #include "Encrypt.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts.h: texts and buffers, encrypted and decrypted by an engine that lives for one call.
 #pragma once
 

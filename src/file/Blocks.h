@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Blocks.h: the block loops of copy and compare, over operations that the caller supplies.
 #pragma once
 

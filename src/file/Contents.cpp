@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Contents.h"
 
 #include <afx.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ContentsExports.cpp: the exports that move the content of one file.
 #include <afx.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Directories.h: operations on whole directories. The rules of each stand at its export in ZERATools.h;
 // these are the same operations without the frame.
 #pragma once

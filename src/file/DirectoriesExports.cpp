@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // DirectoriesExports.cpp: the exports that work on whole directories.
 #include <afx.h>
 

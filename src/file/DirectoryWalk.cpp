@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DirectoryWalk.h"
 
 #include "PathOperations.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // DirectoryWalk.h: one pass over the entries of a directory, for the operations that recurse.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Extension.h: whether a text occurs in a path's extension. Text only.
 #pragma once
 

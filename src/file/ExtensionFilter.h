@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ExtensionFilter.h: which extensions a directory operation takes. Text only.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files.h: operations on one file. The rules of each stand at its export in ZERATools.h; these are the
 // same operations without the frame, for the library's own use.
 #pragma once

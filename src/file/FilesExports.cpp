@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // FilesExports.cpp: the exports that ask for or change one file.
 #include <afx.h>
 

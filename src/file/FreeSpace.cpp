@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FreeSpace.h"
 
 #include <windows.h>

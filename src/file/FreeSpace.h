@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // FreeSpace.h: what the free-space query answers, as numbers. No platform calls.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Path.h: taking paths apart and putting them together. Text only, no platform calls.
 #pragma once
 

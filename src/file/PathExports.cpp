@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // PathExports.cpp: the exports that work on paths as text.
 #include <afx.h>
 

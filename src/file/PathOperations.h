@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // PathOperations.h: the path operations, once for both character types. All return 1, always.
 #pragma once
 

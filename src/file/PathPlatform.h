@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // PathPlatform.h: what the path operations take from the platform, for either character type.
 #pragma once
 

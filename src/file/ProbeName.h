@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ProbeName.h: the name of a file that a write check creates and deletes at once.
 #pragma once
 

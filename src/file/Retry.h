@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Retry.h: the loop of all operations that wait for another process to let go of a file or to finish it.
 #pragma once
 

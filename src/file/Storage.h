@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Storage.h: the storage around a file. The rules of each stand at its export in ZERATools.h; these are
 // the same operations without the frame, for the library's own use.
 #pragma once

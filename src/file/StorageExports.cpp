@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // StorageExports.cpp: the exports about the storage around a file.
 #include <afx.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // VersionText.h: a module's version as text. No platform calls.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // App.h: the library's application object.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Frame.h: what every export does around its work.
 #pragma once
 

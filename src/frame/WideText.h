@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // WideText.h: a plain export's text argument as UTF-16.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // afx.h: the part of the framework that the library's sources use, under its usual names.
 //
 // The classes here stand in for the shared framework runtime, which this toolchain does not have.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // afxmt.h: the framework's critical section.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // afxtempl.h: the framework's array template, under its usual name.
 #pragma once
 

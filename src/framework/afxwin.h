@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // afxwin.h: the application object and the per-thread module state.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // atltime.h: a calendar time as 64-bit seconds since 1 January 1970 UTC.
 #pragma once
 

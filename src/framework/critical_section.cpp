@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "afxmt.h"
 
 CCriticalSection::CCriticalSection() {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // exceptions.h: the framework's exception classes, laid out as a Microsoft-ABI host knows them.
 //
 // Such a host deletes an exception through the table behind its first pointer. That table has one

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // file.h: the framework's file object, file status and file finder.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "afxwin.h"
 
 // Loading a regular library of the framework: its application object starts, or loading fails. Threads

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // void zera_call_in_module_state(AFX_MODULE_STATE* state, void (*work)(void*), void* argument)
 //
 // Calls work(argument) with the state current for the thread, and puts the one before back on every way

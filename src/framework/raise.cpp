@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "afx.h"
 
 extern "C" IMAGE_DOS_HEADER __ImageBase;

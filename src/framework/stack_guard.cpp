@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The compiler's stack protection: every function with a buffer on its stack checks a value behind the
 // buffer before it returns. Defining value and failure here leaves out the GNU runtime's, which would
 // print the failure and import half a console for it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <cstdlib>
 
 // What ends the process when an exception finds no handler inside the library. The GNU runtime's own

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "thread_storage.h"
 
 // The part of the .tls section that each thread gets a copy of. The section's name puts it between the

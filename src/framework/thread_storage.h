@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // thread_storage.h: what the library keeps for each thread.
 //
 // This toolchain's thread_local is emulated: it allocates at a thread's first use, takes one of the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The type information that travels with an exception into a host of the Microsoft ABI.
 //
 // A host finds its catch block by comparing decorated type names. Every reference in these tables

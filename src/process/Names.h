@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names.h: names of executables, compared.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ProcessExports.cpp: the exports for processes, thread messages and allocation.
 #include "Processes.h"
 #include "ZERATools.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Processes.h: the process tools without the frame.
 #pragma once
 

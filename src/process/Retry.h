@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Retry.h: trying again until a time budget is used up. Free of the platform.
 #pragma once
 

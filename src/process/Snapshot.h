@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Snapshot.h: the processes of the machine, or the modules of one process, at one moment.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // BufferExports.cpp: the exports that put a settings file's text into a caller's buffer.
 #include <afx.h>
 

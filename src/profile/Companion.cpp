@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Companion.h"
 
 #include "convert/Conversions.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Companion.h: the keys beside a text key that carry what the file's code page cannot.
 #pragma once
 

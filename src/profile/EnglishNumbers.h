@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // EnglishNumbers.h: a point as decimal separator, whatever the user's locale.
 #pragma once
 

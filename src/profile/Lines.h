@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lines.h: a settings file's text, line by line into a caller's buffer, once for both character types.
 // Each gives 1 if its line fitted with a terminator and was written, 0 otherwise.
 #pragma once

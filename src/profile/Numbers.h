@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers.h: numbers in settings files, once for both character types.
 #pragma once
 

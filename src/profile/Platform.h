@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Platform.h: what the settings-file operations take from the platform, for either character type.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Read.h"
 
 #include "Companion.h"

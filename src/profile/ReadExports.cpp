@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ReadExports.cpp: the exports that read settings files.
 #include <afx.h>
 

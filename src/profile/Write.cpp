@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Write.h"
 
 #include "Companion.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Write.h: writing settings files. The rules of each stand at its export in ZERATools.h; these are the
 // same operations without the frame, for the library's own use.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // WriteExports.cpp: the exports that write settings files.
 #include <afx.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calendar.h: between instants and local calendar time, by the C runtime's rules.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Elapsed.h: what lies between two readings of the performance counter. No platform calls.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "HRTime.h"
 
 #include "Calendar.h"

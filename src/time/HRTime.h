@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HRTime.h: a stopwatch on the performance counter, and a wall-clock time that carries its reading.
 //
 // Every object may be used by several threads: each access locks the object's own section. No

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Instant.h: a moment, its calendar form, and the arithmetic on both. No platform calls.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Now.h"
 
 #include <sys/timeb.h>

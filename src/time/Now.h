@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Now.h: the present moment, and how finely the clocks tell it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Resolution.h: how far a clock moves in one step. No platform calls.
 #pragma once
 

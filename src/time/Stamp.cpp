@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Stamp.h"
 
 #include <cstring>

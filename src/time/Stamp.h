@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Stamp.h: the second set of time functions, which run in the library's module state.
 //
 // Whoever calls them from outside the library's own code finds the caller's module state restored on

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "StampText.h"
 
 #include "Now.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // StampText.h: an instant as one line of text, "Tue Mar  5 14:07:09.042 2024".
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Installation.h: an application whose module, application-data folders and language modules are where a
 // test wants them.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The language of the user interface, as a host sees it: the saved choice, and the language module.
 #include <gtest/gtest.h>
 

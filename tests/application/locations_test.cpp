@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where an application's settings file and data folders are, as a host sees it: the module's path and the
 // shell's folders are the test's own, everything else is on the disk.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What an application's files are named after, and the language table: text in, text out.
 #include <gtest/gtest.h>
 

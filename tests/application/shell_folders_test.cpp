@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The same exports on the platform's own folders: nothing is faked here. The real application-data folders
 // of the prefix get one folder of this test, which it removes.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Conversions.h: the conversion exports, bound by ordinal, as functions from text to text.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text into and out of the ANSI code page. Runs once for each code page that the signs have a form in.
 #include <gtest/gtest.h>
 #include <mbctype.h>

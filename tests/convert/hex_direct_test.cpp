@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The pure parts of the hexadecimal text form and the table of signs.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // UTF-16 text as hexadecimal numbers.
 #include <gtest/gtest.h>
 #include <windows.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The results of conversions belong to the host: its manager, its shared and its locked buffers.
 #include <gtest/gtest.h>
 

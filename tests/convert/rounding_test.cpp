@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Rounding, as a host calls it, against exact integer arithmetic on the bits of the numbers.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text into and out of UTF-8.
 #include <gtest/gtest.h>
 #include <windows.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CryptoTrace.h: the library's calls into the platform's cryptographic service, seen and made to fail.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reference.h: the cipher once more, written from its published description, to compare with.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Encrypting and decrypting byte arrays and buffers, as a host calls the exports.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The encryption engine from inside: its life beyond one call, and the pieces it is made of.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The platform's failures on the way of every encrypting and decrypting export: what is called in which
 // order, what is given back, and that no secret stays in memory that was given back.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reference cipher against the published vectors: what the other tests compare with is right itself.
 #include "Reference.h"
 

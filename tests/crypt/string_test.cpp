@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Encrypting and decrypting texts, as a host calls the exports; both character sets from one table.
 #include <gtest/gtest.h>
 

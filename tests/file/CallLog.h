@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CallLog.h: what the file operations ask of the platform, in order, and what it answers them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // DirectoryApi.h: both variants of the exports for whole directories behind one interface, bound by
 // ordinal, and trees of files to run them on.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // FileApi.h: both variants of the exports for one file behind one interface, bound by ordinal.
 #pragma once
 

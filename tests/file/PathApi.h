@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // PathApi.h: the path exports of both character types, called by their plain ordinal.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sharing.h: other users of a file.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Making a file, reading one into a buffer and writing one from a buffer, as a host calls it.
 #include "CallLog.h"
 #include "FileApi.h"

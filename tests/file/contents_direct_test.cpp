@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What leaves the file operations as an exception, and their loops without the platform. A host's side of
 // such an exception is tested with the frame.
 #include <afx.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Copying a tree.
 #include <gtest/gtest.h>
 

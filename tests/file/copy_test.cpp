@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Copying one file and comparing two, as a host calls it.
 #include "CallLog.h"
 #include "FileApi.h"

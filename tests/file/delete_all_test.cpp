@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Deleting the files of a tree by extension.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Walks of a tree with folder links in it, made by folder_links.sh:
 //   tree\top.log, tree\out (to outside)
 //   tree\sub\sub.log, tree\sub\back (to tree), tree\sub\again (to tree), outside\keep.log

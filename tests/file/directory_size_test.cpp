@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A large tree: the work grows with the number of files, the memory with the depth alone.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the walks of the operations on whole directories have in common.
 #include <gtest/gtest.h>
 

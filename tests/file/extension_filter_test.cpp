@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which extensions pass a filter, in its two forms.
 #include "file/ExtensionFilter.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Looking for a text in a path's extension, as a host calls it.
 #include "CallLog.h"
 #include "FileApi.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Deleting and renaming, with their attempts and pauses counted.
 #include "CallLog.h"
 #include "FileApi.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The exports that ask for one file, as a host calls them: existence, size, time.
 #include "CallLog.h"
 #include "FileApi.h"

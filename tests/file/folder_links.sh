@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Makes a tree with links for directory_links_test, which cannot make them itself under Wine. All links
 # lead to places inside the build folder. (None to a file: where Windows deletes such a link, Wine deletes
 # what it leads to.)

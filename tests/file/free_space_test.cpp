@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The free space of a drive: as a host asks, and the numbers behind it.
 #include <gtest/gtest.h>
 

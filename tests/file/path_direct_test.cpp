@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Splitting, composing and numbering of paths, without the platform.
 #include "file/Path.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The length of a text, looked at in blocks, without ever touching a page that the text is not in.
 #include <gtest/gtest.h>
 #include <windows.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The limits of the path exports: component sizes, null pointers, texts inside the buffer that is rewritten.
 #include <algorithm>
 

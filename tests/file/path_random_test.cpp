@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Random paths against the C runtime's own splitting and composing, byte for byte, and the double-byte
 // code page of Japan, where a backslash's value may be half of a character.
 #include <mbctype.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* A module that has nothing but its resources. */
 int sample_module(void);
 int sample_module(void) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The version's text, and what happens when there is no memory for a module's resource.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The version of a module as a host asks for it. The modules are made by the build, each with the
 // numbers that its name says.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Waiting for a file, with its polls counted.
 #include <thread>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The write check as a host calls it: which paths can be written, and which calls it takes to tell.
 #include <gtest/gtest.h>
 

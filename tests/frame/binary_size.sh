@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # The library without debugging information takes no more than the given number of bytes:
 #   binary_size.sh STRIP LIBRARY BYTES
 set -euo pipefail

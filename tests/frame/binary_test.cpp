@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The built library as a file: what it imports, its protections and its version resource.
 #include <gtest/gtest.h>
 #include <windows.h>

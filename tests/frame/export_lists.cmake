@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Writes what the definition file (DEFINITION), the public header (HEADER) and the import library
 # (IMPORT_LIBRARY, read with NM) say of the exports, for export_table_test.cpp to compare.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The export table is what hosts bind to: numbers and names, exactly these, for ever. The library's own
 // export directory, the module definition file, the public header and the import library say the same.
 #include <gtest/gtest.h>

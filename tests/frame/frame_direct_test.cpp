@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The frame of every export: module state and exceptions, seen from inside.
 #include "frame/Frame.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Loading and unloading the library again and again in one process, as hosts do that load it for each task.
 // Each round makes the library throw and catch an exception inside, which is when a C++ runtime sets up
 // what it keeps for a thread.

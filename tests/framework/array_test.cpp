@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Byte arrays whose storage may be a host's.
 #include <afxtempl.h>
 #include <gtest/gtest.h>

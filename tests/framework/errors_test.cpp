@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Platform codes as exceptions, calendar times, and the lock.
 #include <afxmt.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The framework's file object, file status and finder against the platform they stand on.
 #include <afx.h>
 #include <gtest/gtest.h>

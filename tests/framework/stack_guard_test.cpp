@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The compiler's stack protection as the library has it: a value of each process's own, and an end at once.
 #include <gtest/gtest.h>
 #include <windows.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // String objects whose buffers belong to a host: every change goes through the host's manager, and shared,
 // locked and fixed buffers are respected.
 #include <afx.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host with a framework of its own. Its classes have other members than ours, so that a mixture of both
 // cannot compile.
 #include <windows.h>

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # The public header compiles alone, without a warning, in every language version and next to a framework
 # of the host's own; and its numbers are those of the definition file.
 set -euo pipefail

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A C host that uses the header alone.
 #include <ZERATools.h>
 

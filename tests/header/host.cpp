@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A C++ host without a framework: the header brings the types, and they do what a host expects of them.
 #include <ZERATools.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The built library and the compiled layouts against interface.txt, which is written by hand and only ever
 // grows: a line that changes or goes is a broken host somewhere.
 #include <afx.h>

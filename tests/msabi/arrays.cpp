@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Byte arrays, thread objects and memory that cross the boundary.
 #include "manager.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Framework exceptions that leave the library arrive as the host's own: caught by class, by base, by
 // pointer to anything and by "...", readable, deletable, and with every destructor run on the way.
 #include "framework.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Exceptions that are not the library's pass through it: the host's own, raised by the invalid-parameter
 // handler that it installed, and the platform's, raised by a bad pointer.
 #include "framework.h"

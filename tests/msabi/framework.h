@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // framework.h: the host's own framework, as far as its objects cross to the library. Written for the
 // Microsoft ABI, where this is how the real one's objects lie in memory.
 #pragma once

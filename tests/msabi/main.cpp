@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A host of the Microsoft C++ ABI, in the place of the family's applications: it prints each failure and
 // ends with 0 only when there is none.
 #include "support.h"

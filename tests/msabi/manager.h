@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // manager.h: the host's own string managers, which count what the library does with them.
 #pragma once
 

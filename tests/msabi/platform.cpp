@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a compiler of the Microsoft ABI expects a program's own runtime library to bring.
 #include "platform.h"
 

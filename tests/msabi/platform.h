@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // platform.h: what the Microsoft-ABI host uses of the platform, declared by hand: there are no headers of
 // that platform for this compiler here.
 #pragma once

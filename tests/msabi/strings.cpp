@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every export that writes a string object of the host's: the result lies in the buffer that the host's
 // own manager provides, and shared, locked and fixed buffers are respected.
 #include "manager.h"

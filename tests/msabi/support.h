@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // support.h: checks, the library under test, faults and counts for the Microsoft-ABI host.
 #pragma once
 

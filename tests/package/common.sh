@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by the package tests, which are called with the top folder, the build folder and the version.
 set -euo pipefail
 top=$1 build=$2 version=$3

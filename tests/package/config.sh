@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # What find_package gives to each kind of project. Without a compiler of each kind, the projects say what theirs
 # would be.
 . "$(dirname "$0")/common.sh"

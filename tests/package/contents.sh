@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # What the package holds, and what its files must not hold.
 . "$(dirname "$0")/common.sh"
 cd "$package"

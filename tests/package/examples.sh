@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # A newcomer builds an example with the unpacked package alone and runs it:
 #   examples.sh TOP BUILD VERSION c|cpp|pkgconfig|linker|node|zt
 . "$(dirname "$0")/common.sh"

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # The same sources, built in another folder, give the same package to the last byte.
 . "$(dirname "$0")/common.sh"
 second="$top/build/second/a folder with a longer name"

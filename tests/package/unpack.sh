@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Makes the zip file and unpacks it where a newcomer would, with the checksums compared.
 . "$(dirname "$0")/common.sh"
 cmake --build "$build" --target package-zip >"$build/package-zip.log" 2>&1 || {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Child.h: a process of the test's own, under a name that no other process has.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program that the process tests start, count and end: tells that it runs, and waits.
 #include <windows.h>
 

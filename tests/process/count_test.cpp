@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Counting the running instances of an executable.
 #include <gtest/gtest.h>
 

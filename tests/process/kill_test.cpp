@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ending processes by name. Only children that this program started, under names of its own, are ended.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Posting messages to threads.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the process tools are made of: names compared, and trying again within a budget.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Allocation that gives null instead of an exception.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // NumericLocale.h: the process's numeric locale, and a record of how the library switches it.
 #pragma once
 

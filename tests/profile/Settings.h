@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Settings.h: a settings file of a test, and a record of what the library asks the platform for.
 #pragma once
 

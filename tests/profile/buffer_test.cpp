@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A settings file's text put together in a caller's buffer, both character sets from one table.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Settings files of any bytes: every reader gives something within its limits, and nothing is damaged.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers read from settings files, both character sets from one table.
 #include <gtest/gtest.h>
 

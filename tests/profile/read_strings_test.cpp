@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts read from settings files: the key, its companions, and buffers of any size.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Values written to settings files, down to the bytes on disk.
 #include <gtest/gtest.h>
 

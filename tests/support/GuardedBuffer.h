@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // GuardedBuffer.h: a caller's buffer whose surroundings are watched.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "HostException.h"
 
 #include <windows.h>

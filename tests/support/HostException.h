@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HostException.h: what the library raises to its host, seen without a host of the Microsoft ABI.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HostString.h: a string object whose buffer belongs to a manager of the test, as a host's does.
 #pragma once
 

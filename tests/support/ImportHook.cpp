@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ImportHook.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ImportHook.h: replaces one platform function for the library under test, while the object lives.
 #pragma once
 

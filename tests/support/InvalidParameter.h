@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // InvalidParameter.h: the C runtime's invalid-parameter handler, counted instead of ending the process.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Library.h: the built DLL as a host sees it.
 #pragma once
 

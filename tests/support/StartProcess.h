@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // StartProcess.h: starting programs, hundreds of them.
 #pragma once
 

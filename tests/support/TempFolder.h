@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // TempFolder.h: a folder for one test, on the build folder's drive.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every test program starts here: it refuses to run where it could reach more than the build folder.
 #include <gtest/gtest.h>
 #include <windows.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Spans, differences, clamps and step measuring, without a clock.
 #include <gtest/gtest.h>
 

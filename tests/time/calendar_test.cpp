@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Between instants and calendar time: what the runtime is asked, and what its failures become.
 #include "time/Calendar.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The stopwatch and the wall clock, with clocks of the test's own.
 #include <gtest/gtest.h>
 #include <sys/timeb.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which locks the time objects take, in which order, and what happens when one cannot be made.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The stamp functions: texts, elapsed times, and the module state that they run in.
 #include "time/Stamp.h"
 

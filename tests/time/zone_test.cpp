@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Local time around the changes of daylight saving, in the zone that ZERA_TEST_ZONE names.
 //
 // Wine takes the zone of its platform functions from the variable TZ, as names like Europe/Berlin. It

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Zt.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Zt.h: runs the command-line host as a user's shell does.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the commands do, seen on stdout and on the disk.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // On a console: text of any script, a sign of life on long walks, and Ctrl+C.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The help is complete at every level, and what it shows is true: its examples give what it says,
 // and its common tasks do what they promise.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bad input: a clear message on stderr, exit code 2, nothing changed.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // on_console PROGRAM [ARGUMENT ...]: runs a program with the handles of the console that this one is on.
 // Wine gives a program that starts on a pseudo console no handles of it, and ends such a console when
 // Ctrl+C is typed there; so the test sets the event "on_console" instead, and the key is sent from here.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole folders from the command line: what is deleted or copied, and what stays.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The platform's names that the public header uses, for a compiler whose own headers are not here.
 #ifndef TEST_WINDOWS_H
 #define TEST_WINDOWS_H
