@@ -1,14 +1,23 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # The demonstration: an application of the family is installed, started several times, and shows what the
-# library does for it. Installs what is missing and builds first. Everything happens in a Wine prefix of its
-# own below build/. Exits with 1 if anything does not do what is said here.
+# library does for it. Installs what is missing for that and builds first. Everything happens in a Wine prefix of
+# its own below build/. Exits with 1 if anything does not do what is said here.
 set -euo pipefail
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 cd "$top"
-scripts/setup.sh
+cat <<'TEXT'
+view.exe is a small application for Windows: it greets its user in his language and keeps his settings, his licence
+and some files. Everything around that (which settings file holds, which language module is loaded, what is
+encrypted, deleted, copied) is the work of ZERATools.dll, and this script checks each answer. It takes a minute, and
+some more the first time, when it installs what is missing and builds both.
+
+TEXT
 . scripts/build.sh
-build release ZERATools view
+only_one_run scripts/demo.sh
+scripts/setup.sh demo
+configure release
+build ZERATools view
 
 export ZERA_PREFIX=$top/build/wine-demo
 scripts/prefix.sh
@@ -198,4 +207,11 @@ fi
 outside=$(find . -path ./build -prune -o -path ./.git -prune -o -newer "$out/before" -type f -print)
 [ -z "$outside" ] || fail "written outside build/: $outside"
 say '  Nothing was written elsewhere on that drive C:, and nothing outside build/.'
-printf '\nAll steps did what they say.\n'
+cat <<'TEXT'
+
+All steps did what they say. Where to go next:
+  README.md          the first lines of a host, and the package for its author
+  examples/viewer    the program that you have just seen
+  docs/index.md      what each export promises, and the pages beyond a single export
+  scripts/test.sh    builds and runs all tests
+TEXT

@@ -1,24 +1,81 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Installs what the build needs and is missing, as Debian packages. Says nothing when all is there.
+# Installs what is missing, as Debian packages:  setup.sh [GROUP ...]   (default: test)
+# Says nothing when all is there. Where it cannot install, it names what is missing and stops.
 set -euo pipefail
+top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 
-packages=(cmake ninja-build g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev wine wine64 googletest
-          clang lld llvm doxygen zip unzip pkgconf)
-# Another source than Debian may have brought this one.
-command -v npm >/dev/null || packages+=(npm)
-missing=()
-for package in "${packages[@]}"; do
-  state=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
-  [ "$state" = installed ] || missing+=("$package")
+# The groups. A word with an @ is another group; "program=package" is a package that is not needed where
+# something else has brought the program.
+declare -A groups=(
+  [build]="cmake ninja-build g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev"
+  [demo]="@build wine wine64"
+  [package]="@build doxygen llvm zip"
+  [test]="@demo @package clang googletest lld npm=npm pkgconf unzip"
+  [bench]="@demo"
+)
+
+declare -A wanted=()
+want() {
+  local word
+  for word in ${groups[$1]}; do
+    case $word in
+      @*) want "${word#@}" ;;
+      *=*) command -v "${word%%=*}" >/dev/null || wanted[${word#*=}]=1 ;;
+      *) wanted[$word]=1 ;;
+    esac
+  done
+}
+for group in "${@:-test}"; do
+  if [ -z "${groups[$group]:-}" ]; then
+    echo "setup.sh: no group \"$group\"; there are: $(printf '%s\n' "${!groups[@]}" | sort | tr '\n' ' ')" >&2
+    exit 2
+  fi
+  want "$group"
 done
+
+# On another system only the programs can be looked for. What has none (headers, sources) is found missing by
+# the build.
+declare -A program_of=(
+  [cmake]=cmake [ninja-build]=ninja [g++-mingw-w64-x86-64-posix]=x86_64-w64-mingw32-g++ [wine]=wine
+  [doxygen]=doxygen [llvm]=llvm-dlltool [zip]=zip [clang]=clang [lld]=lld-link [npm]=npm [pkgconf]=pkg-config
+  [unzip]=unzip
+)
+debian=
+if command -v apt-get >/dev/null && command -v dpkg-query >/dev/null; then debian=1; fi
+is_there() {
+  if [ -n "$debian" ]; then
+    [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+  else
+    [ -z "${program_of[$1]:-}" ] || command -v "${program_of[$1]}" >/dev/null
+  fi
+}
+missing=()
+while IFS= read -r package; do
+  is_there "$package" || missing+=("$package")
+done < <(printf '%s\n' "${!wanted[@]}" | sort)
 [ ${#missing[@]} -eq 0 ] && exit 0
 
+if [ -z "$debian" ]; then
+  echo "This is not Debian or a relative of it. Install by hand what is missing; in Debian it is called:" >&2
+  printf '  %s\n' "${missing[@]}" >&2
+  exit 1
+fi
 root=()
-[ "$(id -u)" -eq 0 ] || root=(sudo)
+if [ "$(id -u)" -ne 0 ]; then
+  # sudo may ask for a password only where somebody can give it.
+  if ! command -v sudo >/dev/null || ! { sudo -n true 2>/dev/null || [ -t 0 ]; }; then
+    echo "Packages are missing, and only root may install them:" >&2
+    echo "  apt-get install --no-install-recommends ${missing[*]}" >&2
+    exit 1
+  fi
+  root=(sudo)
+fi
+
+mkdir -p "$top/build"
+log=$top/build/setup.log
 echo "Installing: ${missing[*]}"
-log=$(mktemp)
-trap 'rm -f "$log"' EXIT
+echo "  (some minutes; log: $log)"
 if ! { "${root[@]}" apt-get update -qq &&
        "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
          "${missing[@]}"; } >"$log" 2>&1; then

@@ -1,14 +1,39 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Installs what is missing, builds everything and runs all tests. Arguments go to ctest.
+# Installs what is missing, builds and runs the tests. Arguments go to ctest, and what the tests that they choose
+# do not need is not built:
+#   scripts/test.sh                  all tests
+#   scripts/test.sh -R path_test     those whose names match
 set -euo pipefail
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 cd "$top"
-scripts/setup.sh
-
 . scripts/build.sh
-build tests
+only_one_run scripts/test.sh
+scripts/setup.sh test
+configure tests
+
+# The programs that the chosen tests start. A test without one is a script: two of these look at the sources and the
+# prefix alone, the others at anything.
+needed=(all)
+if [ $# -gt 0 ]; then
+  commands=$(ctest --preset tests -N -V "$@" | sed -n 's/^[0-9]*: Test command: //p')
+  if [ -z "$commands" ]; then
+    echo "scripts/test.sh: no test is chosen by: $*" >&2
+    exit 1
+  fi
+  needed=(ZERATools)
+  while IFS= read -r command; do
+    if [[ $command =~ /(bin/[A-Za-z0-9_.-]+\.exe)\" ]]; then
+      needed+=("${BASH_REMATCH[1]}")
+    elif ! [[ $command =~ /(isolation|header)\.sh\  ]]; then
+      needed=(all)
+      break
+    fi
+  done <<<"$commands"
+fi
+build "${needed[@]}"
 
 . scripts/wine-env.sh
 trap wine_stop EXIT
+echo "Testing (log: build/release/Testing/Temporary/LastTest.log) ..."
 ctest --preset tests --output-on-failure -j "$(nproc)" "$@"

@@ -5,7 +5,8 @@ for WINE in /usr/lib/wine/wine64 wine64 wine; do
   WINE=$(command -v "$WINE" || true)
   [ -n "$WINE" ] && break
 done
-command -v wineserver >/dev/null || wineserver() { /usr/lib/wine/wineserver "$@"; }
+# What Wine starts may outlive the run that starts it, so it does not get that run's lock (descriptor 9).
+wineserver() { "$(PATH=$PATH:/usr/lib/wine type -P wineserver)" "$@" 9>&-; }
 
 export WINEPREFIX=${ZERA_PREFIX:-$top/build/wine-tests}
 export WINEARCH=win64
@@ -13,6 +14,9 @@ export WINEDEBUG=${ZERA_WINEDEBUG:--all}
 export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
 export HOME=$top/build/home XDG_CACHE_HOME=$top/build/home XDG_CONFIG_HOME=$top/build/home
 export XDG_DATA_HOME=$top/build/home
+# Wine's server keeps its socket in a folder for temporary files; Debian's makes a new one there for each prefix.
+export TMPDIR=$top/build/tmp
+mkdir -p "$TMPDIR"
 unset DISPLAY WAYLAND_DISPLAY
 # Wine takes the ANSI code page from the locale's name: en_US gives 1252, ja_JP gives 932. With a locale
 # that is not installed it could use no file name beyond ASCII, so a copy of the C library's own UTF-8
@@ -24,7 +28,7 @@ wine() {
     cp -rL /usr/lib/locale/C.utf8 "$locales/new.$$" && mv -T "$locales/new.$$" "$locales/$locale" 2>/dev/null || true
     rm -rf "$locales/new.$$"
   fi
-  env LOCPATH="$locales" LC_ALL="$locale" "$WINE" "$@"
+  env LOCPATH="$locales" LC_ALL="$locale" "$WINE" "$@" 9>&-
 }
 
 # The program stops here unless the prefix shows drive C: and the build folder as X:, nothing else.

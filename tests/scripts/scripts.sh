@@ -1,0 +1,68 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# The front doors stop with a message where they cannot do their work:  scripts.sh TOP BUILD
+set -euo pipefail
+top=$1
+work=$2/scripts-test
+rm -rf "$work"
+mkdir -p "$work/bin" "$work/clone/build"
+cp -r "$top/scripts" "$work/clone/"
+failed=0
+
+# expect STATUS TEXT COMMAND ...: it ends so, and says that.
+expect() {
+  local status=$1 text=$2 actual=0
+  shift 2
+  "$@" >"$work/said" 2>&1 9>&- || actual=$?
+  if [ "$actual" != "$status" ] || { [ -n "$text" ] && ! grep -qF -- "$text" "$work/said"; }; then
+    echo "FAILED: $* ended with $actual, not with $status and \"$text\":" >&2
+    cat "$work/said" >&2
+    failed=1
+  fi
+}
+
+# A second run in the clone. The first is this process, which holds the lock.
+exec 8>"$work/clone/build/lock"
+flock -n 8
+echo 'the first run' >&8
+for script in test demo; do
+  expect 1 'another run is using this clone: the first run' "$work/clone/scripts/$script.sh"
+done
+exec 8>&-
+
+# A machine of our own making: only what lies in its one folder for programs.
+program() {
+  printf '#!/bin/bash\n%s\n' "$2" >"$work/bin/$1"
+  chmod +x "$work/bin/$1"
+}
+for program in cat dirname env grep mkdir sort tr; do program $program "exec $(command -v $program) \"\$@\""; done
+setup() { env -i "PATH=$work/bin" /bin/bash "$work/clone/scripts/setup.sh" "$@"; }
+
+expect 1 'This is not Debian' setup demo
+expect 1 '  g++-mingw-w64-x86-64-posix' setup demo
+expect 1 '  wine' setup demo
+if setup demo 2>&1 | grep -q doxygen; then
+  echo "FAILED: the demonstration asks for what it does not need" >&2
+  failed=1
+fi
+for installed in cmake ninja x86_64-w64-mingw32-g++ wine; do program $installed :; done
+expect 0 '' setup demo
+[ ! -s "$work/said" ] || { echo "FAILED: says something though all is there" >&2; failed=1; }
+
+# Debian, but nobody who may install.
+program apt-get 'echo "apt-get was called" >&2; exit 1'
+program dpkg-query '[ "${@: -1}" != wine ] && echo installed'
+program id 'echo 1000'
+expect 1 'apt-get install --no-install-recommends wine' setup demo
+if grep -q 'was called' "$work/said"; then
+  echo "FAILED: tries to install" >&2
+  failed=1
+fi
+# With root's rights, a failure of the installation is shown.
+program id 'echo 0'
+expect 1 'apt-get was called' setup demo
+expect 1 'setup.log' setup demo
+
+expect 2 'no group "gui"' setup gui
+rm -rf "$work"
+exit $failed
