@@ -5,6 +5,7 @@
 # - Quoted paths become code, and lose the doubled backslashes of C.
 # - "As #PLAIN, with ..." becomes the plain variant's whole entry, so that each export's entry
 #   stands for itself.
+# - The exception specification behind each declaration goes.
 # - An example is added to each entry from the files in `folder`, where it is marked "//! [EXPORT]"; a
 #   _UC variant without one of its own shows its plain partner's.
 BEGIN {
@@ -93,6 +94,7 @@ inSection {
 lines && (declaration != "" || /^ZERATOOLS_API/) {
   declaration = declaration $0 "\n"
   if (!/;/) next
+  sub(/[ \n]*ZERATOOLS_RAISES/, "", declaration)
   match(declaration, /ZERA_TOOLS_[A-Z0-9_]+/)
   name = substr(declaration, RSTART, RLENGTH)
   body = ""

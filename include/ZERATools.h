@@ -47,6 +47,13 @@
   #define ZERATOOLS_IMPORT __declspec(dllimport)
 #endif
 #define ZERATOOLS_API(result) ZERATOOLS_IMPORT result __cdecl
+// Behind each declaration. Under /EHsc, the Microsoft compiler's usual setting, an extern "C" function
+// is taken never to throw unless it says otherwise, and a host's catch block around the call is left out.
+#if defined(__cplusplus)
+  #define ZERATOOLS_RAISES noexcept(false)
+#else
+  #define ZERATOOLS_RAISES
+#endif
 
 #ifdef __cplusplus
 extern "C" {
@@ -74,13 +81,15 @@ extern "C" {
 /// @return 1, whatever the text
 /// @ordinal{10}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_GET_DRIVE(_In_z_ const char* path, _Out_writes_z_(capacity) char* drive, size_t capacity);
+ZERA_TOOLS_FILE_GET_DRIVE(_In_z_ const char* path, _Out_writes_z_(capacity) char* drive, size_t capacity)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_GET_DRIVE, with UTF-16 text.
 /// @ordinal{1010}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_GET_DRIVE_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity) wchar_t* drive,
-                             size_t capacity);
+                             size_t capacity)
+ZERATOOLS_RAISES;
 
 /// Gives the directory with its leading and trailing separators ("\\data\\run\\") of a path.
 ///
@@ -90,13 +99,15 @@ ZERA_TOOLS_FILE_GET_DRIVE_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity
 /// @return 1, whatever the text
 /// @ordinal{11}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_GET_DIR(_In_z_ const char* path, _Out_writes_z_(capacity) char* directory, size_t capacity);
+ZERA_TOOLS_FILE_GET_DIR(_In_z_ const char* path, _Out_writes_z_(capacity) char* directory, size_t capacity)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_GET_DIR, with UTF-16 text.
 /// @ordinal{1011}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_GET_DIR_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity) wchar_t* directory,
-                           size_t capacity);
+                           size_t capacity)
+ZERATOOLS_RAISES;
 
 /// Gives the file name without its extension of a path.
 ///
@@ -106,13 +117,15 @@ ZERA_TOOLS_FILE_GET_DIR_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity) 
 /// @return 1, whatever the text
 /// @ordinal{12}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_GET_NAME(_In_z_ const char* path, _Out_writes_z_(capacity) char* name, size_t capacity);
+ZERA_TOOLS_FILE_GET_NAME(_In_z_ const char* path, _Out_writes_z_(capacity) char* name, size_t capacity)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_GET_NAME, with UTF-16 text.
 /// @ordinal{1012}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_GET_NAME_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity) wchar_t* name,
-                            size_t capacity);
+                            size_t capacity)
+ZERATOOLS_RAISES;
 
 /// Gives the extension with its period (".ini") of a path.
 ///
@@ -122,13 +135,15 @@ ZERA_TOOLS_FILE_GET_NAME_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity)
 /// @return 1, whatever the text
 /// @ordinal{13}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_GET_EXT(_In_z_ const char* path, _Out_writes_z_(capacity) char* extension, size_t capacity);
+ZERA_TOOLS_FILE_GET_EXT(_In_z_ const char* path, _Out_writes_z_(capacity) char* extension, size_t capacity)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_GET_EXT, with UTF-16 text.
 /// @ordinal{1013}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_GET_EXT_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity) wchar_t* extension,
-                           size_t capacity);
+                           size_t capacity)
+ZERATOOLS_RAISES;
 
 /// Gives drive and directory of a path.
 ///
@@ -138,14 +153,15 @@ ZERA_TOOLS_FILE_GET_EXT_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity) 
 /// @return 1, whatever the text
 /// @ordinal{14}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_GET_DRIVE_DIR(_In_z_ const char* path, _Out_writes_z_(capacity) char* folder,
-                              size_t capacity);
+ZERA_TOOLS_FILE_GET_DRIVE_DIR(_In_z_ const char* path, _Out_writes_z_(capacity) char* folder, size_t capacity)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_GET_DRIVE_DIR, with UTF-16 text.
 /// @ordinal{1014}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_GET_DRIVE_DIR_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity) wchar_t* folder,
-                                 size_t capacity);
+                                 size_t capacity)
+ZERATOOLS_RAISES;
 
 /// Gives file name and extension of a path.
 ///
@@ -155,13 +171,15 @@ ZERA_TOOLS_FILE_GET_DRIVE_DIR_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capa
 /// @return 1, whatever the text
 /// @ordinal{15}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_GET_NAME_EXT(_In_z_ const char* path, _Out_writes_z_(capacity) char* file, size_t capacity);
+ZERA_TOOLS_FILE_GET_NAME_EXT(_In_z_ const char* path, _Out_writes_z_(capacity) char* file, size_t capacity)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_GET_NAME_EXT, with UTF-16 text.
 /// @ordinal{1015}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_GET_NAME_EXT_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity) wchar_t* file,
-                                size_t capacity);
+                                size_t capacity)
+ZERATOOLS_RAISES;
 
 /// Replaces the drive.
 ///
@@ -172,13 +190,15 @@ ZERA_TOOLS_FILE_GET_NAME_EXT_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capac
 /// @ordinal{20}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_REPLACE_DRIVE(_Inout_updates_z_(capacity) char* path, size_t capacity,
-                              _In_z_ const char* drive);
+                              _In_z_ const char* drive)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_REPLACE_DRIVE, with UTF-16 text.
 /// @ordinal{1020}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_REPLACE_DRIVE_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
-                                 _In_z_ const wchar_t* drive);
+                                 _In_z_ const wchar_t* drive)
+ZERATOOLS_RAISES;
 
 /// Replaces the directory; the drive stays.
 ///
@@ -191,13 +211,15 @@ ZERA_TOOLS_FILE_REPLACE_DRIVE_UC(_Inout_updates_z_(capacity) wchar_t* path, size
 /// @ordinal{21}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_REPLACE_DIR(_Inout_updates_z_(capacity) char* path, size_t capacity,
-                            _In_z_ const char* directory);
+                            _In_z_ const char* directory)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_REPLACE_DIR, with UTF-16 text.
 /// @ordinal{1021}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_REPLACE_DIR_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
-                               _In_z_ const wchar_t* directory);
+                               _In_z_ const wchar_t* directory)
+ZERATOOLS_RAISES;
 
 /// Replaces the file name; the extension stays.
 ///
@@ -207,14 +229,15 @@ ZERA_TOOLS_FILE_REPLACE_DIR_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t
 /// @return 1, whatever the text
 /// @ordinal{22}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_REPLACE_NAME(_Inout_updates_z_(capacity) char* path, size_t capacity,
-                             _In_z_ const char* name);
+ZERA_TOOLS_FILE_REPLACE_NAME(_Inout_updates_z_(capacity) char* path, size_t capacity, _In_z_ const char* name)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_REPLACE_NAME, with UTF-16 text.
 /// @ordinal{1022}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_REPLACE_NAME_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
-                                _In_z_ const wchar_t* name);
+                                _In_z_ const wchar_t* name)
+ZERATOOLS_RAISES;
 
 /// Replaces the extension.
 ///
@@ -225,13 +248,15 @@ ZERA_TOOLS_FILE_REPLACE_NAME_UC(_Inout_updates_z_(capacity) wchar_t* path, size_
 /// @ordinal{23}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_REPLACE_EXT(_Inout_updates_z_(capacity) char* path, size_t capacity,
-                            _In_z_ const char* extension);
+                            _In_z_ const char* extension)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_REPLACE_EXT, with UTF-16 text.
 /// @ordinal{1023}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_REPLACE_EXT_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
-                               _In_z_ const wchar_t* extension);
+                               _In_z_ const wchar_t* extension)
+ZERATOOLS_RAISES;
 
 /// Replaces file name and extension by those of another path.
 ///
@@ -242,13 +267,15 @@ ZERA_TOOLS_FILE_REPLACE_EXT_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t
 /// @ordinal{24}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_REPLACE_NAME_EXT(_Inout_updates_z_(capacity) char* path, size_t capacity,
-                                 _In_z_ const char* file);
+                                 _In_z_ const char* file)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_REPLACE_NAME_EXT, with UTF-16 text.
 /// @ordinal{1024}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_REPLACE_NAME_EXT_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
-                                    _In_z_ const wchar_t* file);
+                                    _In_z_ const wchar_t* file)
+ZERATOOLS_RAISES;
 
 /// Replaces drive and directory by those of another path.
 ///
@@ -259,13 +286,15 @@ ZERA_TOOLS_FILE_REPLACE_NAME_EXT_UC(_Inout_updates_z_(capacity) wchar_t* path, s
 /// @ordinal{28}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_REPLACE_DRIVE_DIR(_Inout_updates_z_(capacity) char* path, size_t capacity,
-                                  _In_z_ const char* folder);
+                                  _In_z_ const char* folder)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_REPLACE_DRIVE_DIR, with UTF-16 text.
 /// @ordinal{1028}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_REPLACE_DRIVE_DIR_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
-                                     _In_z_ const wchar_t* folder);
+                                     _In_z_ const wchar_t* folder)
+ZERATOOLS_RAISES;
 
 /// Appends a text to the directory.
 ///
@@ -275,13 +304,15 @@ ZERA_TOOLS_FILE_REPLACE_DRIVE_DIR_UC(_Inout_updates_z_(capacity) wchar_t* path, 
 /// @return 1, whatever the text
 /// @ordinal{30}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_ADD_DIR(_Inout_updates_z_(capacity) char* path, size_t capacity, _In_z_ const char* text);
+ZERA_TOOLS_FILE_ADD_DIR(_Inout_updates_z_(capacity) char* path, size_t capacity, _In_z_ const char* text)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_ADD_DIR, with UTF-16 text.
 /// @ordinal{1030}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_ADD_DIR_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
-                           _In_z_ const wchar_t* text);
+                           _In_z_ const wchar_t* text)
+ZERATOOLS_RAISES;
 
 /// Appends a text to the file name, before the extension.
 ///
@@ -291,13 +322,15 @@ ZERA_TOOLS_FILE_ADD_DIR_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t cap
 /// @return 1, whatever the text
 /// @ordinal{32}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_ADD_NAME(_Inout_updates_z_(capacity) char* path, size_t capacity, _In_z_ const char* text);
+ZERA_TOOLS_FILE_ADD_NAME(_Inout_updates_z_(capacity) char* path, size_t capacity, _In_z_ const char* text)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_ADD_NAME, with UTF-16 text.
 /// @ordinal{1032}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_ADD_NAME_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
-                            _In_z_ const wchar_t* text);
+                            _In_z_ const wchar_t* text)
+ZERATOOLS_RAISES;
 
 /// Appends a number to the file name, before the extension: "run.txt" with 7 and 4 gives "run0007.txt".
 ///
@@ -310,13 +343,15 @@ ZERA_TOOLS_FILE_ADD_NAME_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t ca
 /// @ordinal{33}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_ADD_IDX_NAME(_Inout_updates_z_(capacity) char* path, size_t capacity, unsigned int index,
-                             unsigned int digits);
+                             unsigned int digits)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_ADD_IDX_NAME, with UTF-16 text.
 /// @ordinal{1033}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_ADD_IDX_NAME_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
-                                unsigned int index, unsigned int digits);
+                                unsigned int index, unsigned int digits)
+ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
 // One file
@@ -336,11 +371,11 @@ ZERA_TOOLS_FILE_ADD_IDX_NAME_UC(_Inout_updates_z_(capacity) wchar_t* path, size_
 /// @param path      of a file or folder, with or without a backslash at its end
 /// @return 1 if it exists, else 0
 /// @ordinal{1}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_EXIST(_In_z_ const char* path);
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_EXIST(_In_z_ const char* path) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_EXIST, with UTF-16 text.
 /// @ordinal{1001}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_EXIST_UC(_In_z_ const wchar_t* path);
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_EXIST_UC(_In_z_ const wchar_t* path) ZERATOOLS_RAISES;
 
 /// Deletes a file.
 ///
@@ -350,11 +385,11 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_EXIST_UC(_In_z_ const wchar_t* path);
 /// @param path      of the file
 /// @return 1 if it is gone, also when it never existed; 0 if it is still there after all attempts
 /// @ordinal{2}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE(_In_z_ const char* path);
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE(_In_z_ const char* path) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_DELETE, with UTF-16 text.
 /// @ordinal{1002}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE_UC(_In_z_ const wchar_t* path);
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE_UC(_In_z_ const wchar_t* path) ZERATOOLS_RAISES;
 
 /// Gives the size of a file.
 ///
@@ -364,11 +399,11 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE_UC(_In_z_ const wchar_t* path);
 /// @param path      of the file
 /// @return the size in bytes; 0 for a folder, and when it is missing or cannot be read
 /// @ordinal{4}
-ZERATOOLS_API(unsigned int) ZERA_TOOLS_FILE_GET_SIZE(_In_z_ const char* path);
+ZERATOOLS_API(unsigned int) ZERA_TOOLS_FILE_GET_SIZE(_In_z_ const char* path) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_GET_SIZE, with UTF-16 text.
 /// @ordinal{1004}
-ZERATOOLS_API(unsigned int) ZERA_TOOLS_FILE_GET_SIZE_UC(_In_z_ const wchar_t* path);
+ZERATOOLS_API(unsigned int) ZERA_TOOLS_FILE_GET_SIZE_UC(_In_z_ const wchar_t* path) ZERATOOLS_RAISES;
 
 /// Tells whether a text occurs in a path's extension, ignoring case.
 ///
@@ -383,12 +418,14 @@ ZERATOOLS_API(unsigned int) ZERA_TOOLS_FILE_GET_SIZE_UC(_In_z_ const wchar_t* pa
 /// @param extension the text to look for, with or without period; null counts as empty
 /// @return 1 if it occurs, else 0
 /// @ordinal{5}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_HAS_EXTENSION(_In_z_ const char* path, _In_z_ const char* extension);
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_HAS_EXTENSION(_In_z_ const char* path, _In_z_ const char* extension) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_HAS_EXTENSION, with UTF-16 text.
 /// @ordinal{1005}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_HAS_EXTENSION_UC(_In_z_ const wchar_t* path, _In_z_ const wchar_t* extension);
+ZERA_TOOLS_FILE_HAS_EXTENSION_UC(_In_z_ const wchar_t* path, _In_z_ const wchar_t* extension)
+ZERATOOLS_RAISES;
 
 /// Waits until a file exists and is not empty.
 ///
@@ -402,11 +439,13 @@ ZERA_TOOLS_FILE_HAS_EXTENSION_UC(_In_z_ const wchar_t* path, _In_z_ const wchar_
 /// @param timeoutMs in milliseconds
 /// @return 1 as soon as the file has content, 0 when the time-out has run out
 /// @ordinal{6}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_WAIT_FOR_FILE(_In_z_ const char* path, unsigned int timeoutMs);
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_WAIT_FOR_FILE(_In_z_ const char* path, unsigned int timeoutMs) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_WAIT_FOR_FILE, with UTF-16 text.
 /// @ordinal{1006}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_WAIT_FOR_FILE_UC(_In_z_ const wchar_t* path, unsigned int timeoutMs);
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_WAIT_FOR_FILE_UC(_In_z_ const wchar_t* path, unsigned int timeoutMs) ZERATOOLS_RAISES;
 
 /// Renames or moves a file, in place of one that the new path may name.
 ///
@@ -422,11 +461,13 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_WAIT_FOR_FILE_UC(_In_z_ const wchar_t* path, 
 /// @return 1 if the old path is gone after an attempt; 0 if it was missing before one, if it is still there
 ///         after all of them, or if the file at the new path could not be deleted
 /// @ordinal{7}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_RENAME(_In_z_ const char* oldPath, _In_z_ const char* newPath);
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_RENAME(_In_z_ const char* oldPath, _In_z_ const char* newPath) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_RENAME, with UTF-16 text.
 /// @ordinal{1007}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_RENAME_UC(_In_z_ const wchar_t* oldPath, _In_z_ const wchar_t* newPath);
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_RENAME_UC(_In_z_ const wchar_t* oldPath, _In_z_ const wchar_t* newPath) ZERATOOLS_RAISES;
 
 /// Gives the time when a file or folder was last modified.
 ///
@@ -437,11 +478,13 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_RENAME_UC(_In_z_ const wchar_t* oldPath, _In_
 /// @exception COleException with E_INVALIDARG, should the C runtime be unable to convert that local time;
 ///            `time` is not written then
 /// @ordinal{27}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_GET_TIME_MODIFIED(_In_z_ const char* path, _Out_ __int64* time);
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_GET_TIME_MODIFIED(_In_z_ const char* path, _Out_ __int64* time) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_GET_TIME_MODIFIED, with UTF-16 text.
 /// @ordinal{1027}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_GET_TIME_MODIFIED_UC(_In_z_ const wchar_t* path, _Out_ __int64* time);
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_GET_TIME_MODIFIED_UC(_In_z_ const wchar_t* path, _Out_ __int64* time) ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
 // Contents of one file
@@ -464,11 +507,13 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_GET_TIME_MODIFIED_UC(_In_z_ const wchar_t* pa
 /// @exception CFileException when a read or write fails, or closing the target; both files are closed, a
 ///            partly written target stays
 /// @ordinal{16}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_COPY(_In_z_ const char* source, _In_z_ const char* target);
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_COPY(_In_z_ const char* source, _In_z_ const char* target) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_COPY, with UTF-16 text.
 /// @ordinal{1016}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_COPY_UC(_In_z_ const wchar_t* source, _In_z_ const wchar_t* target);
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_COPY_UC(_In_z_ const wchar_t* source, _In_z_ const wchar_t* target) ZERATOOLS_RAISES;
 
 /// Tells whether two files have the same content.
 ///
@@ -479,22 +524,24 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_COPY_UC(_In_z_ const wchar_t* source, _In_z_ 
 /// @return 1 when equal; 0 when not, or when one of the two cannot be opened
 /// @exception CFileException when a read fails; both files are closed
 /// @ordinal{17}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_COMPARE(_In_z_ const char* first, _In_z_ const char* second);
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_COMPARE(_In_z_ const char* first, _In_z_ const char* second) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_COMPARE, with UTF-16 text.
 /// @ordinal{1017}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_COMPARE_UC(_In_z_ const wchar_t* first, _In_z_ const wchar_t* second);
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_COMPARE_UC(_In_z_ const wchar_t* first, _In_z_ const wchar_t* second) ZERATOOLS_RAISES;
 
 /// Makes an empty file, unless the path exists already.
 ///
 /// @param path      of the file; its folder must exist. What exists, be it a folder, is left as it is.
 /// @return 1 if the path existed or was made, else 0
 /// @ordinal{19}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_CREATE(_In_z_ const char* path);
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_CREATE(_In_z_ const char* path) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_CREATE, with UTF-16 text.
 /// @ordinal{1019}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_CREATE_UC(_In_z_ const wchar_t* path);
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_CREATE_UC(_In_z_ const wchar_t* path) ZERATOOLS_RAISES;
 
 /// Reads a whole file into a buffer, in one request.
 ///
@@ -512,14 +559,16 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_CREATE_UC(_In_z_ const wchar_t* path);
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_TO_BUFFER(_In_z_ const char* path,
                           _Out_writes_bytes_to_(capacity, *count) unsigned char* buffer,
-                          unsigned __int64 capacity, _Out_ unsigned __int64* count);
+                          unsigned __int64 capacity, _Out_ unsigned __int64* count)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_TO_BUFFER, with UTF-16 text.
 /// @ordinal{1025}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_TO_BUFFER_UC(_In_z_ const wchar_t* path,
                              _Out_writes_bytes_to_(capacity, *count) unsigned char* buffer,
-                             unsigned __int64 capacity, _Out_ unsigned __int64* count);
+                             unsigned __int64 capacity, _Out_ unsigned __int64* count)
+ZERATOOLS_RAISES;
 
 /// Writes a buffer as a file, in one request. The file is made, or emptied first if it exists; nobody else
 /// can open it meanwhile.
@@ -533,13 +582,15 @@ ZERA_TOOLS_FILE_TO_BUFFER_UC(_In_z_ const wchar_t* path,
 /// @ordinal{26}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_FROM_BUFFER(_In_z_ const char* path, _In_reads_bytes_(count) const unsigned char* buffer,
-                            unsigned __int64 count);
+                            unsigned __int64 count)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_FROM_BUFFER, with UTF-16 text.
 /// @ordinal{1026}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_FROM_BUFFER_UC(_In_z_ const wchar_t* path,
-                               _In_reads_bytes_(count) const unsigned char* buffer, unsigned __int64 count);
+                               _In_reads_bytes_(count) const unsigned char* buffer, unsigned __int64 count)
+ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
 // Storage: write check, free space, version
@@ -563,11 +614,11 @@ ZERA_TOOLS_FILE_FROM_BUFFER_UC(_In_z_ const wchar_t* path,
 ///              folder, and so does an empty text.
 /// @return 1 if it can be written, else 0 for whatever reason
 /// @ordinal{31}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_CHECK_WRITE(_In_z_ const char* path);
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_CHECK_WRITE(_In_z_ const char* path) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_CHECK_WRITE, with UTF-16 text; a null path gives 0.
 /// @ordinal{1031}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_CHECK_WRITE_UC(_In_z_ const wchar_t* path);
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_CHECK_WRITE_UC(_In_z_ const wchar_t* path) ZERATOOLS_RAISES;
 
 /// Gives the space on a drive that is free to the caller.
 ///
@@ -577,11 +628,11 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_CHECK_WRITE_UC(_In_z_ const wchar_t* path);
 /// @param driveLetter  the drive's letter; taken as a number, without conversion
 /// @return free gigabytes (1024 x 1024 x 1024 bytes); 0 when the drive does not answer
 /// @ordinal{9}
-ZERATOOLS_API(float) ZERA_TOOLS_FILE_GET_FREEDISK_GB(char driveLetter);
+ZERATOOLS_API(float) ZERA_TOOLS_FILE_GET_FREEDISK_GB(char driveLetter) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_GET_FREEDISK_GB, with a UTF-16 letter.
 /// @ordinal{1009}
-ZERATOOLS_API(float) ZERA_TOOLS_FILE_GET_FREEDISK_GB_UC(wchar_t driveLetter);
+ZERATOOLS_API(float) ZERA_TOOLS_FILE_GET_FREEDISK_GB_UC(wchar_t driveLetter) ZERATOOLS_RAISES;
 
 /// Gives the version of a module (program or library) as text: "2.5.3.7".
 ///
@@ -594,7 +645,8 @@ ZERATOOLS_API(float) ZERA_TOOLS_FILE_GET_FREEDISK_GB_UC(wchar_t driveLetter);
 ///         invalid parameter here.
 /// @ordinal{34}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_GET_VERSION(_In_z_ const char* path, _Out_writes_z_(capacity) char* version, size_t capacity);
+ZERA_TOOLS_FILE_GET_VERSION(_In_z_ const char* path, _Out_writes_z_(capacity) char* version, size_t capacity)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_GET_VERSION, with UTF-16 text; a buffer that is too small or null is an invalid
 /// parameter.
@@ -606,7 +658,8 @@ ZERA_TOOLS_FILE_GET_VERSION(_In_z_ const char* path, _Out_writes_z_(capacity) ch
 /// @ordinal{1034}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_GET_VERSION_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity) wchar_t* version,
-                               size_t capacity);
+                               size_t capacity)
+ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
 // Whole directories
@@ -638,12 +691,13 @@ ZERA_TOOLS_FILE_GET_VERSION_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capaci
 ///         an extension could not be taken (its path is beyond the limits). A directory that cannot be
 ///         removed is no failure.
 /// @ordinal{3}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE_ALL(_In_z_ const char* startPath, _In_z_ const char* filter);
+ZERATOOLS_API(int)
+ZERA_TOOLS_FILE_DELETE_ALL(_In_z_ const char* startPath, _In_z_ const char* filter) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_DELETE_ALL, with UTF-16 text.
 /// @ordinal{1003}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_DELETE_ALL_UC(_In_z_ const wchar_t* startPath, _In_z_ const wchar_t* filter);
+ZERA_TOOLS_FILE_DELETE_ALL_UC(_In_z_ const wchar_t* startPath, _In_z_ const wchar_t* filter) ZERATOOLS_RAISES;
 
 /// Deletes the files of a directory tree that have an extension and were created long enough ago, and the
 /// directories that are empty then and were created long enough ago.
@@ -663,13 +717,15 @@ ZERA_TOOLS_FILE_DELETE_ALL_UC(_In_z_ const wchar_t* startPath, _In_z_ const wcha
 /// @ordinal{8}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_DELETE_ALL_OLD(_In_z_ const char* startPath, _In_z_ const char* filter,
-                               unsigned int ageSeconds);
+                               unsigned int ageSeconds)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_DELETE_ALL_OLD, with UTF-16 text.
 /// @ordinal{1008}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_DELETE_ALL_OLD_UC(_In_z_ const wchar_t* startPath, _In_z_ const wchar_t* filter,
-                                  unsigned int ageSeconds);
+                                  unsigned int ageSeconds)
+ZERATOOLS_RAISES;
 
 /// The same as #ZERA_TOOLS_FILE_DELETE_ALL_OLD.
 ///
@@ -682,7 +738,8 @@ ZERA_TOOLS_FILE_DELETE_ALL_OLD_UC(_In_z_ const wchar_t* startPath, _In_z_ const 
 /// @ordinal{29}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_DELETE_ALL_OLD_EX(_In_z_ const char* startPath, _In_z_ const char* filter,
-                                  unsigned int ageSeconds);
+                                  unsigned int ageSeconds)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_DELETE_ALL_OLD_UC, and can be stopped.
 ///
@@ -697,7 +754,8 @@ ZERA_TOOLS_FILE_DELETE_ALL_OLD_EX(_In_z_ const char* startPath, _In_z_ const cha
 /// @ordinal{1029}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_DELETE_ALL_OLD_EX_UC(_In_z_ const wchar_t* startPath, _In_z_ const wchar_t* filter,
-                                     unsigned int ageSeconds, _In_opt_ int* abortFlag);
+                                     unsigned int ageSeconds, _In_opt_ int* abortFlag)
+ZERATOOLS_RAISES;
 
 /// Copies the files of a directory and all directories below it into another directory.
 ///
@@ -714,14 +772,15 @@ ZERA_TOOLS_FILE_DELETE_ALL_OLD_EX_UC(_In_z_ const wchar_t* startPath, _In_z_ con
 /// @return 1, or 0 if the start path was refused
 /// @ordinal{18}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_COPY_ALL(_In_z_ const char* startPath, _In_z_ const char* destination,
-                         unsigned int overwrite);
+ZERA_TOOLS_FILE_COPY_ALL(_In_z_ const char* startPath, _In_z_ const char* destination, unsigned int overwrite)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_COPY_ALL, with UTF-16 text.
 /// @ordinal{1018}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_COPY_ALL_UC(_In_z_ const wchar_t* startPath, _In_z_ const wchar_t* destination,
-                            unsigned int overwrite);
+                            unsigned int overwrite)
+ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
 // Reading settings files
@@ -748,7 +807,8 @@ ZERA_TOOLS_FILE_COPY_ALL_UC(_In_z_ const wchar_t* startPath, _In_z_ const wchar_
 /// @ordinal{50}
 ZERATOOLS_API(void)
 ZERA_TOOLS_READ_STRING(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
-                       _In_z_ const char* defaultText, _Out_writes_z_(capacity) char* text, size_t capacity);
+                       _In_z_ const char* defaultText, _Out_writes_z_(capacity) char* text, size_t capacity)
+ZERATOOLS_RAISES;
 
 /// Reads a UTF-16 text, with the characters that the file's code page cannot carry.
 ///
@@ -770,7 +830,8 @@ ZERA_TOOLS_READ_STRING(_In_z_ const char* section, _In_z_ const char* key, _In_z
 ZERATOOLS_API(void)
 ZERA_TOOLS_READ_STRING_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
                           _In_z_ const wchar_t* file, _In_z_ const wchar_t* defaultText,
-                          _Out_writes_z_(capacity) wchar_t* text, size_t capacity);
+                          _Out_writes_z_(capacity) wchar_t* text, size_t capacity)
+ZERATOOLS_RAISES;
 
 /// Reads a signed number.
 ///
@@ -784,13 +845,15 @@ ZERA_TOOLS_READ_STRING_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* k
 /// @ordinal{51}
 ZERATOOLS_API(int)
 ZERA_TOOLS_READ_INT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
-                    int defaultValue, int minimum, int maximum);
+                    int defaultValue, int minimum, int maximum)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_READ_INT, with UTF-16 text.
 /// @ordinal{1051}
 ZERATOOLS_API(int)
 ZERA_TOOLS_READ_INT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
-                       int defaultValue, int minimum, int maximum);
+                       int defaultValue, int minimum, int maximum)
+ZERATOOLS_RAISES;
 
 /// Reads an unsigned number.
 ///
@@ -805,13 +868,15 @@ ZERA_TOOLS_READ_INT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
 /// @ordinal{52}
 ZERATOOLS_API(unsigned int)
 ZERA_TOOLS_READ_UINT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
-                     unsigned int defaultValue, unsigned int minimum, unsigned int maximum);
+                     unsigned int defaultValue, unsigned int minimum, unsigned int maximum)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_READ_UINT, with UTF-16 text.
 /// @ordinal{1052}
 ZERATOOLS_API(unsigned int)
 ZERA_TOOLS_READ_UINT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
-                        unsigned int defaultValue, unsigned int minimum, unsigned int maximum);
+                        unsigned int defaultValue, unsigned int minimum, unsigned int maximum)
+ZERATOOLS_RAISES;
 
 /// Reads an unsigned 16-bit number.
 ///
@@ -826,13 +891,15 @@ ZERA_TOOLS_READ_UINT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key
 /// @ordinal{58}
 ZERATOOLS_API(WORD)
 ZERA_TOOLS_READ_WORD(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
-                     WORD defaultValue, WORD minimum, WORD maximum);
+                     WORD defaultValue, WORD minimum, WORD maximum)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_READ_WORD, with UTF-16 text.
 /// @ordinal{1058}
 ZERATOOLS_API(WORD)
 ZERA_TOOLS_READ_WORD_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
-                        WORD defaultValue, WORD minimum, WORD maximum);
+                        WORD defaultValue, WORD minimum, WORD maximum)
+ZERATOOLS_RAISES;
 
 /// Reads a floating-point number.
 ///
@@ -851,13 +918,15 @@ ZERA_TOOLS_READ_WORD_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key
 /// @ordinal{53}
 ZERATOOLS_API(double)
 ZERA_TOOLS_READ_DOUBLE(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
-                       double defaultValue, double minimum, double maximum);
+                       double defaultValue, double minimum, double maximum)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_READ_DOUBLE, with UTF-16 text.
 /// @ordinal{1053}
 ZERATOOLS_API(double)
 ZERA_TOOLS_READ_DOUBLE_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
-                          _In_z_ const wchar_t* file, double defaultValue, double minimum, double maximum);
+                          _In_z_ const wchar_t* file, double defaultValue, double minimum, double maximum)
+ZERATOOLS_RAISES;
 
 /// Reads a floating-point number.
 ///
@@ -874,13 +943,15 @@ ZERA_TOOLS_READ_DOUBLE_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* k
 /// @ordinal{54}
 ZERATOOLS_API(float)
 ZERA_TOOLS_READ_FLOAT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
-                      float defaultValue, float minimum, float maximum);
+                      float defaultValue, float minimum, float maximum)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_READ_FLOAT, with UTF-16 text.
 /// @ordinal{1054}
 ZERATOOLS_API(float)
 ZERA_TOOLS_READ_FLOAT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
-                         float defaultValue, float minimum, float maximum);
+                         float defaultValue, float minimum, float maximum)
+ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
 // Writing settings files
@@ -898,7 +969,8 @@ ZERA_TOOLS_READ_FLOAT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* ke
 /// @ordinal{60}
 ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_STRING(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
-                        _In_opt_z_ const char* value);
+                        _In_opt_z_ const char* value)
+ZERATOOLS_RAISES;
 
 /// Writes a UTF-16 text, with the characters that the file's code page cannot carry.
 ///
@@ -918,7 +990,8 @@ ZERA_TOOLS_WRITE_STRING(_In_z_ const char* section, _In_z_ const char* key, _In_
 /// @ordinal{1060}
 ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_STRING_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
-                           _In_z_ const wchar_t* file, _In_opt_z_ const wchar_t* value);
+                           _In_z_ const wchar_t* file, _In_opt_z_ const wchar_t* value)
+ZERATOOLS_RAISES;
 
 /// Writes a signed number as decimal text.
 ///
@@ -929,13 +1002,15 @@ ZERA_TOOLS_WRITE_STRING_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* 
 /// @return the platform's answer: not 0 if the value was written
 /// @ordinal{61}
 ZERATOOLS_API(int)
-ZERA_TOOLS_WRITE_INT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file, int value);
+ZERA_TOOLS_WRITE_INT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file, int value)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_WRITE_INT, with UTF-16 text.
 /// @ordinal{1061}
 ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_INT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
-                        int value);
+                        int value)
+ZERATOOLS_RAISES;
 
 /// Writes an unsigned number as decimal text.
 ///
@@ -947,13 +1022,15 @@ ZERA_TOOLS_WRITE_INT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key
 /// @ordinal{62}
 ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_UINT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
-                      unsigned int value);
+                      unsigned int value)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_WRITE_UINT, with UTF-16 text.
 /// @ordinal{1062}
 ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_UINT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
-                         unsigned int value);
+                         unsigned int value)
+ZERATOOLS_RAISES;
 
 /// Writes an unsigned 16-bit number as decimal text.
 ///
@@ -964,14 +1041,15 @@ ZERA_TOOLS_WRITE_UINT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* ke
 /// @return the platform's answer: not 0 if the value was written
 /// @ordinal{65}
 ZERATOOLS_API(int)
-ZERA_TOOLS_WRITE_WORD(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
-                      WORD value);
+ZERA_TOOLS_WRITE_WORD(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file, WORD value)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_WRITE_WORD, with UTF-16 text.
 /// @ordinal{1065}
 ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_WORD_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
-                         WORD value);
+                         WORD value)
+ZERATOOLS_RAISES;
 
 /// Writes a floating-point number with ten decimals and a point, under every locale.
 ///
@@ -988,13 +1066,15 @@ ZERA_TOOLS_WRITE_WORD_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* ke
 /// @ordinal{63}
 ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_DOUBLE(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
-                        double value);
+                        double value)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_WRITE_DOUBLE, with UTF-16 text.
 /// @ordinal{1063}
 ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_DOUBLE_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
-                           _In_z_ const wchar_t* file, double value);
+                           _In_z_ const wchar_t* file, double value)
+ZERATOOLS_RAISES;
 
 /// Writes a floating-point number, as #ZERA_TOOLS_WRITE_DOUBLE does.
 ///
@@ -1006,13 +1086,15 @@ ZERA_TOOLS_WRITE_DOUBLE_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* 
 /// @ordinal{64}
 ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_FLOAT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
-                       float value);
+                       float value)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_WRITE_FLOAT, with UTF-16 text.
 /// @ordinal{1064}
 ZERATOOLS_API(int)
 ZERA_TOOLS_WRITE_FLOAT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
-                          _In_z_ const wchar_t* file, float value);
+                          _In_z_ const wchar_t* file, float value)
+ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
 // A settings file's text in a buffer
@@ -1030,13 +1112,15 @@ ZERA_TOOLS_WRITE_FLOAT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* k
 /// @ordinal{80}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_SECTION(_In_z_ const char* section, _Out_writes_z_(free) char* position, size_t free,
-                            _Out_ size_t* count);
+                            _Out_ size_t* count)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_BUFWRITE_SECTION, with UTF-16 text.
 /// @ordinal{1080}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_SECTION_UC(_In_z_ const wchar_t* section, _Out_writes_z_(free) wchar_t* position,
-                               size_t free, _Out_ size_t* count);
+                               size_t free, _Out_ size_t* count)
+ZERATOOLS_RAISES;
 
 /// Puts the line of a text, "key=text" and a line feed.
 ///
@@ -1049,7 +1133,8 @@ ZERA_TOOLS_BUFWRITE_SECTION_UC(_In_z_ const wchar_t* section, _Out_writes_z_(fre
 /// @ordinal{81}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_STRING(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
-                           _In_z_ const char* value, _Out_ size_t* count);
+                           _In_z_ const char* value, _Out_ size_t* count)
+ZERATOOLS_RAISES;
 
 /// Puts the line of a UTF-16 text, "key=text" and a line feed, and behind it, if there is a character outside
 /// ASCII, the line of its companion "key_utf8" as #ZERA_TOOLS_WRITE_STRING_UC writes it.
@@ -1068,7 +1153,8 @@ ZERA_TOOLS_BUFWRITE_STRING(_In_z_ const char* key, _Out_writes_z_(free) char* po
 /// @ordinal{1081}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_STRING_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
-                              _In_z_ const wchar_t* value, _Out_ size_t* count);
+                              _In_z_ const wchar_t* value, _Out_ size_t* count)
+ZERATOOLS_RAISES;
 
 /// Puts the line of a signed number, "key=number" and a line feed.
 ///
@@ -1082,13 +1168,15 @@ ZERA_TOOLS_BUFWRITE_STRING_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wc
 /// @ordinal{82}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_INT(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free, int value,
-                        _Inout_ size_t* count);
+                        _Inout_ size_t* count)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_BUFWRITE_INT, with UTF-16 text.
 /// @ordinal{1082}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_INT_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
-                           int value, _Inout_ size_t* count);
+                           int value, _Inout_ size_t* count)
+ZERATOOLS_RAISES;
 
 /// Puts the line of an unsigned number, "key=number" and a line feed.
 ///
@@ -1102,13 +1190,15 @@ ZERA_TOOLS_BUFWRITE_INT_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar
 /// @ordinal{83}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_UINT(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
-                         unsigned int value, _Inout_ size_t* count);
+                         unsigned int value, _Inout_ size_t* count)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_BUFWRITE_UINT, with UTF-16 text.
 /// @ordinal{1083}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_UINT_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
-                            unsigned int value, _Inout_ size_t* count);
+                            unsigned int value, _Inout_ size_t* count)
+ZERATOOLS_RAISES;
 
 /// Puts the line of a floating-point number with ten decimals and a point, and a line feed.
 ///
@@ -1124,13 +1214,15 @@ ZERA_TOOLS_BUFWRITE_UINT_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wcha
 /// @ordinal{84}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_DOUBLE(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
-                           double value, _Inout_ size_t* count);
+                           double value, _Inout_ size_t* count)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_BUFWRITE_DOUBLE, with UTF-16 text.
 /// @ordinal{1084}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_DOUBLE_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
-                              double value, _Inout_ size_t* count);
+                              double value, _Inout_ size_t* count)
+ZERATOOLS_RAISES;
 
 /// Puts the line of a floating-point number, as #ZERA_TOOLS_BUFWRITE_DOUBLE does.
 ///
@@ -1144,13 +1236,15 @@ ZERA_TOOLS_BUFWRITE_DOUBLE_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wc
 /// @ordinal{85}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_FLOAT(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
-                          float value, _Inout_ size_t* count);
+                          float value, _Inout_ size_t* count)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_BUFWRITE_FLOAT, with UTF-16 text.
 /// @ordinal{1085}
 ZERATOOLS_API(int)
 ZERA_TOOLS_BUFWRITE_FLOAT_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
-                             float value, _Inout_ size_t* count);
+                             float value, _Inout_ size_t* count)
+ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
 // Rounding
@@ -1166,14 +1260,14 @@ ZERA_TOOLS_BUFWRITE_FLOAT_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wch
 /// @return the integer; 2147483647 or -2147483648 beyond the range, also for an infinity. A NaN gives what
 ///         the processor makes of it, -2147483648.
 /// @ordinal{100}
-ZERATOOLS_API(int) ZERA_TOOLS_ROUND_INT(double value);
+ZERATOOLS_API(int) ZERA_TOOLS_ROUND_INT(double value) ZERATOOLS_RAISES;
 
 /// Rounds to a 32-bit unsigned integer: adds 0.5 and cuts off the fraction.
 ///
 /// @param value  any number
 /// @return the integer; 0 for everything below 0.0, 4294967295 beyond the range. A NaN gives 0.
 /// @ordinal{102}
-ZERATOOLS_API(unsigned int) ZERA_TOOLS_ROUND_UINT(double value);
+ZERATOOLS_API(unsigned int) ZERA_TOOLS_ROUND_UINT(double value) ZERATOOLS_RAISES;
 
 /// Rounds to a number of decimals.
 ///
@@ -1185,7 +1279,7 @@ ZERATOOLS_API(unsigned int) ZERA_TOOLS_ROUND_UINT(double value);
 /// @return the rounded number; infinity if the multiplication overflows, NaN for a NaN. A negative number
 ///         that rounds to zero gives -0.0.
 /// @ordinal{101}
-ZERATOOLS_API(double) ZERA_TOOLS_ROUND_DOUBLE(double value, int decimals);
+ZERATOOLS_API(double) ZERA_TOOLS_ROUND_DOUBLE(double value, int decimals) ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
 // Processes
@@ -1201,11 +1295,11 @@ ZERATOOLS_API(double) ZERA_TOOLS_ROUND_DOUBLE(double value, int decimals);
 ///                  #ZERA_TOOLS_GETNUM_APPRUNNING
 /// @return 1, whether there was such a process and whether it could be ended or not
 /// @ordinal{90}
-ZERATOOLS_API(int) ZERA_TOOLS_KILLPROCESS(_In_z_ const char* fileName);
+ZERATOOLS_API(int) ZERA_TOOLS_KILLPROCESS(_In_z_ const char* fileName) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_KILLPROCESS, with UTF-16 text.
 /// @ordinal{1090}
-ZERATOOLS_API(int) ZERA_TOOLS_KILLPROCESS_UC(_In_z_ const wchar_t* fileName);
+ZERATOOLS_API(int) ZERA_TOOLS_KILLPROCESS_UC(_In_z_ const wchar_t* fileName) ZERATOOLS_RAISES;
 
 /// Counts the running instances of an executable.
 ///
@@ -1213,11 +1307,11 @@ ZERATOOLS_API(int) ZERA_TOOLS_KILLPROCESS_UC(_In_z_ const wchar_t* fileName);
 /// @return how many processes of that file name have a module of that path; 0 also for a path without a
 ///         backslash and when the system gives no list
 /// @ordinal{91}
-ZERATOOLS_API(unsigned int) ZERA_TOOLS_GETNUM_APPRUNNING(_In_z_ const char* path);
+ZERATOOLS_API(unsigned int) ZERA_TOOLS_GETNUM_APPRUNNING(_In_z_ const char* path) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_GETNUM_APPRUNNING, with UTF-16 text.
 /// @ordinal{1091}
-ZERATOOLS_API(unsigned int) ZERA_TOOLS_GETNUM_APPRUNNING_UC(_In_z_ const wchar_t* path);
+ZERATOOLS_API(unsigned int) ZERA_TOOLS_GETNUM_APPRUNNING_UC(_In_z_ const wchar_t* path) ZERATOOLS_RAISES;
 
 /// Allocates memory and gives null, not an exception, when there is none.
 ///
@@ -1225,7 +1319,7 @@ ZERATOOLS_API(unsigned int) ZERA_TOOLS_GETNUM_APPRUNNING_UC(_In_z_ const wchar_t
 /// @return the block, not initialised; null when memory is exhausted. It is the caller's: give it back with
 ///         `delete[]` on a pointer to bytes, or `free`, of the shared C runtime.
 /// @ordinal{93}
-ZERATOOLS_API(void*) ZERA_TOOLS_SAFE_NEW(unsigned int size);
+ZERATOOLS_API(void*) ZERA_TOOLS_SAFE_NEW(unsigned int size) ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
 // Languages
@@ -1241,11 +1335,13 @@ ZERATOOLS_API(void*) ZERA_TOOLS_SAFE_NEW(unsigned int size);
 /// @return the language's number; 0 (German) without an entry and for any text that is not exactly a code,
 ///         blanks in front or behind included
 /// @ordinal{202}
-ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_MBC(_In_z_ const char* settingsFile);
+ZERATOOLS_API(int)
+ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_MBC(_In_z_ const char* settingsFile) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_MBC, with UTF-16 text.
 /// @ordinal{203}
-ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_UC(_In_z_ const wchar_t* settingsFile);
+ZERATOOLS_API(int)
+ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_UC(_In_z_ const wchar_t* settingsFile) ZERATOOLS_RAISES;
 
 /// Saves the choice of a language where #ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_MBC reads it.
 ///
@@ -1253,11 +1349,13 @@ ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_UC(_In_z_ const wcha
 /// @param settingsFile  full path of the file; it is made if it is missing, its folder is not
 /// @return 1, always: whether the file could be written is not reported
 /// @ordinal{205}
-ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_SAVE_LANGUAGE_MBC(int language, _In_z_ const char* settingsFile);
+ZERATOOLS_API(int)
+ZERA_TOOLS_APPLICATION_SAVE_LANGUAGE_MBC(int language, _In_z_ const char* settingsFile) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_APPLICATION_SAVE_LANGUAGE_MBC, with UTF-16 text.
 /// @ordinal{206}
-ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_SAVE_LANGUAGE_UC(int language, _In_z_ const wchar_t* settingsFile);
+ZERATOOLS_API(int)
+ZERA_TOOLS_APPLICATION_SAVE_LANGUAGE_UC(int language, _In_z_ const wchar_t* settingsFile) ZERATOOLS_RAISES;
 
 /// Loads the language module of an application: a library with the texts of its user interface, beside
 /// the application's own module.
@@ -1275,7 +1373,7 @@ ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_SAVE_LANGUAGE_UC(int language, _In_z_ 
 /// @return the module, yours to free; null if there is none to load
 /// @ordinal{204}
 ZERATOOLS_API(HMODULE)
-ZERA_TOOLS_APPLICATION_LOAD_LANGUAGE_DLL(_In_opt_ HMODULE module, unsigned int language);
+ZERA_TOOLS_APPLICATION_LOAD_LANGUAGE_DLL(_In_opt_ HMODULE module, unsigned int language) ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
 // Encryption with buffers
@@ -1297,7 +1395,8 @@ ZERA_TOOLS_APPLICATION_LOAD_LANGUAGE_DLL(_In_opt_ HMODULE module, unsigned int l
 /// @ordinal{71}
 ZERATOOLS_API(int)
 ZERA_TOOLS_ENC(_In_z_ const char* passPhrase, const BYTE* plain, int count,
-               _Out_writes_z_(capacity) char* text, UINT capacity, BOOL hex);
+               _Out_writes_z_(capacity) char* text, UINT capacity, BOOL hex)
+ZERATOOLS_RAISES;
 
 /// Decrypts a text into a buffer of bytes.
 ///
@@ -1312,7 +1411,8 @@ ZERA_TOOLS_ENC(_In_z_ const char* passPhrase, const BYTE* plain, int count,
 /// @ordinal{72}
 ZERATOOLS_API(int)
 ZERA_TOOLS_DEC(_In_z_ const char* passPhrase, _In_z_ const char* text, UINT hex,
-               _Out_writes_bytes_(capacity) BYTE* plain, UINT capacity);
+               _Out_writes_bytes_(capacity) BYTE* plain, UINT capacity)
+ZERATOOLS_RAISES;
 
 #if defined(__cplusplus)
 
@@ -1331,7 +1431,7 @@ ZERA_TOOLS_DEC(_In_z_ const char* passPhrase, _In_z_ const char* text, UINT hex,
 /// @param text         UTF-16 text; null counts as empty
 /// @param result       receives the converted text
 /// @ordinal{110}
-ZERATOOLS_API(void) ZERA_TOOLS_UC_TO_MBC(_In_z_ const wchar_t* text, CStringA& result);
+ZERATOOLS_API(void) ZERA_TOOLS_UC_TO_MBC(_In_z_ const wchar_t* text, CStringA& result) ZERATOOLS_RAISES;
 
 /// Brings the degree and the micro sign of Latin-1 text to the ANSI code page; other bytes stay as they are.
 ///
@@ -1339,7 +1439,7 @@ ZERATOOLS_API(void) ZERA_TOOLS_UC_TO_MBC(_In_z_ const wchar_t* text, CStringA& r
 /// @param result       receives the text. The signs, bytes 0xB0 and 0xB5, are written as by
 ///                     #ZERA_TOOLS_UC_TO_MBC, but the degree sign in 874 as "deg".
 /// @ordinal{111}
-ZERATOOLS_API(void) ZERA_TOOLS_CHAR8_TO_MBC(_In_z_ const char* text, CStringA& result);
+ZERATOOLS_API(void) ZERA_TOOLS_CHAR8_TO_MBC(_In_z_ const char* text, CStringA& result) ZERATOOLS_RAISES;
 
 /// Converts text in the ANSI code page to UTF-16, byte by byte, but keeps the degree and the micro sign.
 ///
@@ -1348,42 +1448,44 @@ ZERATOOLS_API(void) ZERA_TOOLS_CHAR8_TO_MBC(_In_z_ const char* text, CStringA& r
 /// @param text         ANSI text in which bytes 0xB0 and 0xB5 mean the two signs; null counts as empty
 /// @param result       receives the converted text, U+00B0 and U+00B5 for the signs
 /// @ordinal{112}
-ZERATOOLS_API(void) ZERA_TOOLS_CHAR8_TO_UC(_In_z_ const char* text, CStringW& result);
+ZERATOOLS_API(void) ZERA_TOOLS_CHAR8_TO_UC(_In_z_ const char* text, CStringW& result) ZERATOOLS_RAISES;
 
 /// Converts text in the ANSI code page to UTF-8.
 ///
 /// @param text         ANSI text; null counts as empty; may be that of `result`
 /// @param result       receives the UTF-8 bytes
 /// @ordinal{113}
-ZERATOOLS_API(void) ZERA_TOOLS_STRING_MBC_TO_UTF8(_In_z_ const char* text, CStringA& result);
+ZERATOOLS_API(void) ZERA_TOOLS_STRING_MBC_TO_UTF8(_In_z_ const char* text, CStringA& result) ZERATOOLS_RAISES;
 
 /// Converts UTF-16 text to UTF-8.
 ///
 /// @param text         UTF-16 text; null counts as empty; an unpaired surrogate becomes U+FFFD
 /// @param result       receives the UTF-8 bytes
 /// @ordinal{114}
-ZERATOOLS_API(void) ZERA_TOOLS_STRING_UC_TO_UTF8(_In_z_ const wchar_t* text, CStringA& result);
+ZERATOOLS_API(void)
+ZERA_TOOLS_STRING_UC_TO_UTF8(_In_z_ const wchar_t* text, CStringA& result) ZERATOOLS_RAISES;
 
 /// Converts UTF-8 to text in the ANSI code page.
 ///
 /// @param text         UTF-8 bytes; null counts as empty; may be that of `result`
 /// @param result       receives the ANSI text; what the code page has not becomes its replacement character
 /// @ordinal{115}
-ZERATOOLS_API(void) ZERA_TOOLS_STRING_UTF8_TO_MBC(_In_z_ const char* text, CStringA& result);
+ZERATOOLS_API(void) ZERA_TOOLS_STRING_UTF8_TO_MBC(_In_z_ const char* text, CStringA& result) ZERATOOLS_RAISES;
 
 /// Converts UTF-8 to UTF-16 text.
 ///
 /// @param text         UTF-8 bytes; null counts as empty; invalid ones become U+FFFD
 /// @param result       receives the UTF-16 text
 /// @ordinal{116}
-ZERATOOLS_API(void) ZERA_TOOLS_STRING_UTF8_TO_UC(_In_z_ const char* text, CStringW& result);
+ZERATOOLS_API(void) ZERA_TOOLS_STRING_UTF8_TO_UC(_In_z_ const char* text, CStringW& result) ZERATOOLS_RAISES;
 
 /// Writes each code unit of a UTF-16 text as a hexadecimal number: "Hi" gives "48 69".
 ///
 /// @param text         UTF-16 text; null counts as empty; may be that of `result`
 /// @param result       receives upper-case numbers without leading zeros, a single blank between them
 /// @ordinal{117}
-ZERATOOLS_API(void) ZERA_TOOLS_STRING_UC_TO_HEX(_In_z_ const wchar_t* text, CStringW& result);
+ZERATOOLS_API(void)
+ZERA_TOOLS_STRING_UC_TO_HEX(_In_z_ const wchar_t* text, CStringW& result) ZERATOOLS_RAISES;
 
 /// Puts a UTF-16 text together from hexadecimal numbers, the inverse of #ZERA_TOOLS_STRING_UC_TO_HEX.
 ///
@@ -1391,7 +1493,8 @@ ZERATOOLS_API(void) ZERA_TOOLS_STRING_UC_TO_HEX(_In_z_ const wchar_t* text, CStr
 ///                     trailing one makes it, ends the text; null counts as empty; may be that of `result`
 /// @param result       receives one code unit for each piece: the low 16 bits of its number, a NUL for none
 /// @ordinal{118}
-ZERATOOLS_API(void) ZERA_TOOLS_STRING_HEX_TO_UC(_In_z_ const wchar_t* text, CStringW& result);
+ZERATOOLS_API(void)
+ZERA_TOOLS_STRING_HEX_TO_UC(_In_z_ const wchar_t* text, CStringW& result) ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
 // Encryption
@@ -1426,7 +1529,8 @@ ZERATOOLS_API(void) ZERA_TOOLS_STRING_HEX_TO_UC(_In_z_ const wchar_t* text, CStr
 /// @ordinal{1071}
 ZERATOOLS_API(int)
 ZERA_TOOLS_ENC_UC(const CArray<BYTE, const BYTE&>& passPhrase, const CArray<BYTE, const BYTE&>& plain,
-                  CStringW& text, BOOL hex);
+                  CStringW& text, BOOL hex)
+ZERATOOLS_RAISES;
 
 /// Decrypts a text into bytes.
 ///
@@ -1441,7 +1545,8 @@ ZERA_TOOLS_ENC_UC(const CArray<BYTE, const BYTE&>& passPhrase, const CArray<BYTE
 /// @ordinal{1072}
 ZERATOOLS_API(int)
 ZERA_TOOLS_DEC_UC(const CArray<BYTE, const BYTE&>& passPhrase, _In_z_ const wchar_t* text, BOOL hex,
-                  CArray<BYTE, const BYTE&>& plain);
+                  CArray<BYTE, const BYTE&>& plain)
+ZERATOOLS_RAISES;
 
 /// Encrypts a text and gives the beginning of the cipher text.
 ///
@@ -1452,12 +1557,14 @@ ZERA_TOOLS_DEC_UC(const CArray<BYTE, const BYTE&>& passPhrase, _In_z_ const wcha
 /// @return the length of the whole cipher text, twice that of the text, not of what was given; -1 for failure
 /// @ordinal{75}
 ZERATOOLS_API(int)
-ZERA_TOOLS_ENC_STRING_S(_In_z_ const char* passPhrase, const CStringA& plain, CStringA& text);
+ZERA_TOOLS_ENC_STRING_S(_In_z_ const char* passPhrase, const CStringA& plain, CStringA& text)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_ENC_STRING_S, with UTF-16 text: of each character only the low byte is encrypted.
 /// @ordinal{1075}
 ZERATOOLS_API(int)
-ZERA_TOOLS_ENC_STRING_S_UC(_In_z_ const wchar_t* passPhrase, const CStringW& plain, CStringW& text);
+ZERA_TOOLS_ENC_STRING_S_UC(_In_z_ const wchar_t* passPhrase, const CStringW& plain, CStringW& text)
+ZERATOOLS_RAISES;
 
 /// Encrypts a text.
 ///
@@ -1467,12 +1574,14 @@ ZERA_TOOLS_ENC_STRING_S_UC(_In_z_ const wchar_t* passPhrase, const CStringW& pla
 /// @return the length of the cipher text, twice that of the text; -1 for failure
 /// @ordinal{77}
 ZERATOOLS_API(int)
-ZERA_TOOLS_ENC_STRING_L(_In_z_ const char* passPhrase, const CStringA& plain, CStringA& text);
+ZERA_TOOLS_ENC_STRING_L(_In_z_ const char* passPhrase, const CStringA& plain, CStringA& text)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_ENC_STRING_L, with UTF-16 text: of each character only the low byte is encrypted.
 /// @ordinal{1077}
 ZERATOOLS_API(int)
-ZERA_TOOLS_ENC_STRING_L_UC(_In_z_ const wchar_t* passPhrase, const CStringW& plain, CStringW& text);
+ZERA_TOOLS_ENC_STRING_L_UC(_In_z_ const wchar_t* passPhrase, const CStringW& plain, CStringW& text)
+ZERATOOLS_RAISES;
 
 /// Decrypts a text of at most 99 bytes.
 ///
@@ -1483,7 +1592,7 @@ ZERA_TOOLS_ENC_STRING_L_UC(_In_z_ const wchar_t* passPhrase, const CStringW& pla
 ///         bytes, 0 if the platform's service fails
 /// @ordinal{76}
 ZERATOOLS_API(int)
-ZERA_TOOLS_DEC_STRING(_In_z_ const char* passPhrase, const CStringA& text, CStringA& plain);
+ZERA_TOOLS_DEC_STRING(_In_z_ const char* passPhrase, const CStringA& text, CStringA& plain) ZERATOOLS_RAISES;
 
 /// Decrypts a text of any length.
 ///
@@ -1495,7 +1604,8 @@ ZERA_TOOLS_DEC_STRING(_In_z_ const char* passPhrase, const CStringA& text, CStri
 ///         service fails
 /// @ordinal{1076}
 ZERATOOLS_API(int)
-ZERA_TOOLS_DEC_STRING_UC(_In_z_ const wchar_t* passPhrase, _In_z_ const wchar_t* text, CStringW& plain);
+ZERA_TOOLS_DEC_STRING_UC(_In_z_ const wchar_t* passPhrase, _In_z_ const wchar_t* text, CStringW& plain)
+ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
 // Where an application keeps its files
@@ -1511,7 +1621,8 @@ ZERA_TOOLS_DEC_STRING_UC(_In_z_ const wchar_t* passPhrase, _In_z_ const wchar_t*
 /// @return 1 if the file exists at the end of the call, else 0
 /// @exception CFileException a file could be opened for copying but not read or written
 /// @ordinal{200}
-ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_GET_INIFILE_MBC(_In_opt_ HMODULE module, CStringA& file);
+ZERATOOLS_API(int)
+ZERA_TOOLS_APPLICATION_GET_INIFILE_MBC(_In_opt_ HMODULE module, CStringA& file) ZERATOOLS_RAISES;
 
 /// Finds an application's settings file and makes the user's own if it is due.
 ///
@@ -1526,7 +1637,8 @@ ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_GET_INIFILE_MBC(_In_opt_ HMODULE modul
 /// @return 1 if the file exists at the end of the call, else 0
 /// @exception CFileException a file could be opened for copying but not read or written
 /// @ordinal{201}
-ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_GET_INIFILE_UC(_In_opt_ HMODULE module, CStringW& file);
+ZERATOOLS_API(int)
+ZERA_TOOLS_APPLICATION_GET_INIFILE_UC(_In_opt_ HMODULE module, CStringW& file) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_APPLICATION_GET_INIFILE_MBC, and tells whether the user's file was made anew.
 ///
@@ -1538,7 +1650,8 @@ ZERATOOLS_API(int) ZERA_TOOLS_APPLICATION_GET_INIFILE_UC(_In_opt_ HMODULE module
 /// @exception CFileException a file could be opened for copying but not read or written
 /// @ordinal{207}
 ZERATOOLS_API(int)
-ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_MBC(_In_opt_ HMODULE module, CStringA& file, _Out_ int* copied);
+ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_MBC(_In_opt_ HMODULE module, CStringA& file, _Out_ int* copied)
+ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_APPLICATION_GET_INIFILE_UC, and tells whether the user's file was made anew.
 ///
@@ -1550,7 +1663,8 @@ ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_MBC(_In_opt_ HMODULE module, CStringA& fil
 /// @exception CFileException a file could be opened for copying but not read or written
 /// @ordinal{208}
 ZERATOOLS_API(int)
-ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_UC(_In_opt_ HMODULE module, CStringW& file, _Out_ int* copied);
+ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_UC(_In_opt_ HMODULE module, CStringW& file, _Out_ int* copied)
+ZERATOOLS_RAISES;
 
 /// Tells the paths below the application-data folders that belong to an application. Nothing is made
 /// there, and nothing is looked for.
@@ -1567,7 +1681,8 @@ ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_UC(_In_opt_ HMODULE module, CStringW& file
 /// @return 1 with both paths set; 0 with both empty if the module's path cannot be read
 /// @ordinal{209}
 ZERATOOLS_API(int)
-ZERA_TOOLS_APPLICATION_GET_APPDATAFILES_UC(_In_opt_ HMODULE module, CStringW& commonData, CStringW& userData);
+ZERA_TOOLS_APPLICATION_GET_APPDATAFILES_UC(_In_opt_ HMODULE module, CStringW& commonData, CStringW& userData)
+ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
 // Thread messages
@@ -1586,7 +1701,7 @@ ZERA_TOOLS_APPLICATION_GET_APPDATAFILES_UC(_In_opt_ HMODULE module, CStringW& co
 /// @return 1 if it was posted, 0 if it was not after 201 attempts
 /// @ordinal{92}
 ZERATOOLS_API(int)
-ZERA_TOOLS_POSTTHREADMESSAGE(CWinThread* thread, UINT message, WPARAM wParam, LPARAM lParam);
+ZERA_TOOLS_POSTTHREADMESSAGE(CWinThread* thread, UINT message, WPARAM wParam, LPARAM lParam) ZERATOOLS_RAISES;
 
 #endif  // __cplusplus
 
