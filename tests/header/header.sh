@@ -35,7 +35,7 @@ refuse() {
 clang_gnu=(clang --target=x86_64-w64-windows-gnu)
 clang_gnu_cxx=(clang++ --target=x86_64-w64-windows-gnu -isystem "$cxx" -isystem "$cxx/$triple")
 # The Microsoft ABI, with the few platform names that the header needs: its headers are not to be had here.
-clang_ms=(--target=x86_64-pc-windows-msvc -nostdlibinc "-I$here/windows")
+clang_ms=(--target=x86_64-pc-windows-msvc -nostdlibinc "-I$here/../msabi/windows")
 
 try "C11, gcc" $triple-gcc-posix -std=c11 "${gnu_flags[@]}" "$here/host.c"
 try "C11, clang" "${clang_gnu[@]}" -std=c11 "${gnu_flags[@]}" "$here/host.c"

@@ -118,6 +118,14 @@ void* Address(unsigned ordinal) {
   return address;
 }
 
+void RefuseOtherDrives() {
+  const DWORD kDrivesCAndX = 1u << 2 | 1u << 23;
+  if (GetLogicalDrives() != kDrivesCAndX) {
+    Print("drives beyond C: and X: are visible; nothing is run here\n");
+    ExitProcess(125);
+  }
+}
+
 int CurrentStates() {
   const DWORD kTls = 9;
   const BYTE* const directory = Base() + DirectoryOffset(kTls);

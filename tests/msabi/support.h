@@ -26,6 +26,9 @@ void Subject(const char* name);
     if (got_ != expected_) host::ReportNumbers(__FILE__, __LINE__, #got, got_, expected_); \
   } while (false)
 
+/// The library deletes folders: nothing runs where more than the build folder can be reached.
+void RefuseOtherDrives();
+
 // --- The library
 
 void* Library();
