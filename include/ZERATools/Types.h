@@ -328,8 +328,9 @@ class CStringT {
       Empty();
       return;
     }
-    ::WideCharToMultiByte(CP_ACP, 0, text, -1, GetBuffer(chars - 1), chars, nullptr, nullptr);
-    SetLength(chars - 1);
+    const int written =
+        ::WideCharToMultiByte(CP_ACP, 0, text, -1, GetBuffer(chars - 1), chars, nullptr, nullptr);
+    SetLength(written > 0 ? written - 1 : 0);
   }
 
   Char* text_;

@@ -5,6 +5,7 @@
 
 #include "LanguageTable.h"
 #include "ModulePath.h"
+#include "base/QuietErrors.h"
 #include "profile/Read.h"
 #include "profile/Write.h"
 
@@ -22,7 +23,7 @@ HMODULE Load(std::wstring_view stem, std::wstring_view separator, std::wstring_v
     end = std::char_traits<wchar_t>::copy(end, part.data(), part.size()) + part.size();
   }
   *end = 0;
-  return ::LoadLibraryW(name);
+  return base::Quietly([&] { return ::LoadLibraryW(name); });
 }
 
 // Tries both forms of a language module's name.

@@ -6,10 +6,11 @@
 #include "FolderTail.h"
 #include "LocationText.h"
 #include "ModulePath.h"
+#include "base/QuietErrors.h"
 #include "file/Contents.h"
 #include "file/Files.h"
 #include "file/PathPlatform.h"
-#include "file/ProbeName.h"
+#include "file/Probe.h"
 #include "file/Storage.h"
 
 namespace application {
@@ -29,6 +30,7 @@ std::size_t FindTools(const LocationModule& module) {
 // Appends a folder of the shell; nothing if the platform has none.
 void AppendShellFolder(LocationText& to, int folder) {
   wchar_t path[LocationText::kShellFolder] = {};
+  const base::QuietErrors quiet;
   if (::SHGetSpecialFolderPathW(nullptr, path, folder, FALSE)) to.Append(path);
 }
 
@@ -50,19 +52,8 @@ struct Folders {
 bool CanCopyBeside(const LocationText& file) {
   const auto parts = file::Split(file.view(), file::LeadBytes());
   const std::size_t folder = parts.drive.size() + parts.directory.size();
-  wchar_t probe[_MAX_PATH];
   if (folder + file::kProbeNameLength >= _MAX_PATH) return false;
-  std::char_traits<wchar_t>::copy(probe, file, folder);
-  std::char_traits<wchar_t>::copy(probe + folder, file::ProbeName(probe).text, file::kProbeNameLength + 1);
-  bool copied = false;
-  try {
-    copied = file::Copy(file, probe) && file::Exist(probe);
-  } catch (CException*) {
-    file::Delete(probe);
-    throw;
-  }
-  file::Delete(probe);
-  return copied;
+  return file::Probe(file.view().substr(0, folder), file::ProbeName(&parts)).CopyOf(file);
 }
 
 // Makes the folders of the user's file. An installation below "\TOOLS" has a deeper tree of them, and
@@ -87,7 +78,8 @@ void Seed(const LocationText& commonFile, const LocationText& userFile, bool isT
   } else if (common.m_mtime > user.m_mtime) {
     copied = 1;
   }
-  if (copied) file::Copy(commonFile, userFile);
+  // What came of it shows in whether the user's file is there.
+  if (copied) file::CopySucceeds(commonFile, userFile);
 }
 
 // Gives every path that it settles on to `store`, the last one counts.

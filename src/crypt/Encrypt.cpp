@@ -81,48 +81,43 @@ CEncrypt::~CEncrypt() {
 
 BOOL CEncrypt::Init() {
   Release();
-  if (!::CryptAcquireContextW(&m_hProvider, nullptr, nullptr, PROV_RSA_FULL, 0)) {
+  HCRYPTPROV provider = 0;
+  if (!::CryptAcquireContextW(&provider, nullptr, nullptr, PROV_RSA_FULL, 0)) {
     // Captured at once: the error belongs to this call and to no other. The default key container of a
     // user who never had one does not exist yet. With any other error the next step fails without a
     // provider.
     const bool noContainer = ::GetLastError() == static_cast<DWORD>(NTE_BAD_KEYSET);
-    m_hProvider = 0;
-    if (noContainer &&
-        !::CryptAcquireContextW(&m_hProvider, nullptr, nullptr, PROV_RSA_FULL, CRYPT_NEWKEYSET)) {
-      m_hProvider = 0;
+    provider = 0;
+    if (noContainer && !::CryptAcquireContextW(&provider, nullptr, nullptr, PROV_RSA_FULL, CRYPT_NEWKEYSET)) {
       return FALSE;
     }
   }
-  if (!::CryptCreateHash(m_hProvider, CALG_MD5, 0, 0, &m_hHash)) {
-    m_hHash = 0;
-    return FALSE;
-  }
+  m_hProvider.Take(provider);
+  HCRYPTHASH hash = 0;
+  if (!::CryptCreateHash(provider, CALG_MD5, 0, 0, &hash)) return FALSE;
+  m_hHash.Take(hash);
   // An empty array has no storage, and not every provider takes a null pointer for zero bytes.
   const BYTE nothing = 0;
   const BYTE* const bytes = m_key.GetData() ? m_key.GetData() : &nothing;
-  if (!::CryptHashData(m_hHash, bytes, static_cast<DWORD>(m_key.GetSize()), 0)) return FALSE;
-  if (!::CryptDeriveKey(m_hProvider, CALG_RC4, m_hHash, CRYPT_EXPORTABLE, &m_hKey)) {
-    m_hKey = 0;
-    return FALSE;
-  }
+  if (!::CryptHashData(hash, bytes, static_cast<DWORD>(m_key.GetSize()), 0)) return FALSE;
+  HCRYPTKEY key = 0;
+  if (!::CryptDeriveKey(provider, CALG_RC4, hash, CRYPT_EXPORTABLE, &key)) return FALSE;
+  m_hKey.Take(key);
   return TRUE;
 }
 
 void CEncrypt::Release() noexcept {
-  if (m_hKey) ::CryptDestroyKey(m_hKey);
-  m_hKey = 0;
-  if (m_hHash) ::CryptDestroyHash(m_hHash);
-  m_hHash = 0;
-  if (m_hProvider) ::CryptReleaseContext(m_hProvider, 0);
-  m_hProvider = 0;
+  m_hKey.Close();
+  m_hHash.Close();
+  m_hProvider.Close();
 }
 
 BOOL CEncrypt::EncryptBuffer(BYTE* buffer, DWORD* length, DWORD capacity) {
-  return ::CryptEncrypt(m_hKey, 0, TRUE, 0, buffer, length, capacity);
+  return ::CryptEncrypt(m_hKey.Get(), 0, TRUE, 0, buffer, length, capacity);
 }
 
 BOOL CEncrypt::DecryptBuffer(BYTE* buffer, DWORD* length) {
-  return ::CryptDecrypt(m_hKey, 0, TRUE, 0, buffer, length);
+  return ::CryptDecrypt(m_hKey.Get(), 0, TRUE, 0, buffer, length);
 }
 
 void CEncrypt::TakePassPhrase(const ByteArray& passPhrase) {

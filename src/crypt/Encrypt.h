@@ -7,6 +7,33 @@
 #include <wincrypt.h>
 
 #include "Secret.h"
+#include "base/Owned.h"
+
+namespace crypt {
+
+struct ProviderKind {
+  using Handle = HCRYPTPROV;
+  static Handle None() noexcept { return 0; }
+  static bool Close(Handle handle) noexcept { return ::CryptReleaseContext(handle, 0) != FALSE; }
+};
+
+struct HashKind {
+  using Handle = HCRYPTHASH;
+  static Handle None() noexcept { return 0; }
+  static bool Close(Handle handle) noexcept { return ::CryptDestroyHash(handle) != FALSE; }
+};
+
+struct KeyKind {
+  using Handle = HCRYPTKEY;
+  static Handle None() noexcept { return 0; }
+  static bool Close(Handle handle) noexcept { return ::CryptDestroyKey(handle) != FALSE; }
+};
+
+using Provider = base::Owned<ProviderKind>;
+using Hash = base::Owned<HashKind>;
+using Key = base::Owned<KeyKind>;
+
+}  // namespace crypt
 
 /// One engine serves one call of an export, or several one after the other; never two threads at once.
 class CEncrypt {
@@ -46,7 +73,8 @@ class CEncrypt {
   int Encrypt(const crypt::ByteArray& passPhrase, const crypt::ByteArray& plain, CStringT<Char>& text,
               BOOL hex);
 
-  HCRYPTKEY m_hKey = 0;
-  HCRYPTPROV m_hProvider = 0;
-  HCRYPTHASH m_hHash = 0;
+  // Given back in the reverse order.
+  crypt::Provider m_hProvider;
+  crypt::Hash m_hHash;
+  crypt::Key m_hKey;
 };

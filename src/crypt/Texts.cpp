@@ -33,6 +33,14 @@ int Decrypt(const SecretBytes& key, const frame::WideText& text, UINT hex, void*
   return static_cast<int>(count);
 }
 
+// Nothing of pass phrase and engine is left when this returns.
+int EncryptNothing(const char* passPhrase, CStringA& text, BOOL hex) {
+  const SecretBytes key(passPhrase);
+  const SecretBytes nothing;
+  CEncrypt engine;
+  return engine.EncryptToText(key, nothing, text, hex);
+}
+
 // Empties a string at the end of a scope, however it is left: until then it may hold the inputs.
 class EmptyAtEnd {
  public:
@@ -58,17 +66,16 @@ int Decrypt(const ByteArray& passPhrase, const wchar_t* text, BOOL hex, ByteArra
 }
 
 int EncryptToBuffer(const char* passPhrase, int count, char* text, UINT capacity, BOOL hex) {
-  const SecretBytes key(passPhrase);
   // KEPT FOR HOSTS: only a count of 0 has ever worked. The bytes were to be put into an array of no
   // elements, which refuses the first one; hosts have learned to expect the exception, and the bytes
   // themselves are never read.
   if (count != 0) AfxThrowInvalidArgException();
-  const SecretBytes nothing;
   CStringA cipher;
-  CEncrypt engine;
-  if (engine.EncryptToText(key, nothing, cipher, hex) == -1) return -1;
+  if (EncryptNothing(passPhrase, cipher, hex) == -1) return -1;
   const int length = cipher.GetLength();
   if (static_cast<UINT>(length) + 1 > capacity) return -1;
+  // A missing buffer runs the host's handler, which may raise an exception that runs no destructor of ours.
+  if (!text) cipher.Empty();
   ::strcpy_s(text, capacity, cipher);
   return length;
 }

@@ -4,8 +4,9 @@
 
 #include "Files.h"
 #include "PathPlatform.h"
-#include "ProbeName.h"
+#include "Probe.h"
 #include "Storage.h"
+#include "base/QuietErrors.h"
 
 namespace {
 
@@ -13,51 +14,36 @@ using WideText = file::Text<wchar_t>;
 
 constexpr std::size_t kMostFolder = file::kMostDrive + file::kMostComponent;
 
-// Nothing is written, so closing has nothing to report.
-bool CanBeOpened(const wchar_t* path, UINT flags) {
-  CFile opened;
-  return opened.Open(path, flags);
-}
-
 // Tries whether files can be made in a folder, or in the folders on the way to it.
 class FolderProbe {
  public:
   // `folder` ends in a separator, or is empty, or is a drive alone.
-  explicit FolderProbe(WideText folder) : name_(this), length_(folder.size()) {
-    std::wmemcpy(folder_, folder.data(), length_);
-  }
+  explicit FolderProbe(WideText folder) : folder_(folder), name_(this) {}
 
-  bool CanWrite() const { return CanWriteIn(length_); }
+  bool CanWrite() const { return CanWriteIn(folder_); }
 
   // Walks down from the root and makes each folder that no file can be made in.
   void MakeFolders() const {
-    for (std::size_t i = 1; i < length_; ++i) {
-      if (folder_[i] == L'\\' && !CanWriteIn(i + 1)) MakeFolder(i + 1);
+    for (std::size_t i = 1; i < folder_.size(); ++i) {
+      if (folder_[i] != L'\\') continue;
+      const WideText onTheWay = folder_.substr(0, i + 1);
+      if (!CanWriteIn(onTheWay)) MakeFolder(onTheWay);
     }
   }
 
  private:
-  // A path beyond the limit cannot be opened, so it counts as not writable.
-  bool CanWriteIn(std::size_t length) const {
-    wchar_t path[kMostFolder + file::kProbeNameLength + 1];
-    std::wmemcpy(path, folder_, length);
-    std::wmemcpy(path + length, name_.text, file::kProbeNameLength + 1);
-    if (!CanBeOpened(path, CFile::modeCreate | CFile::modeWrite)) return false;
-    ::DeleteFileW(path);
-    return true;
-  }
+  bool CanWriteIn(WideText folder) const { return file::Probe(folder, name_).Create(); }
 
   // Failure shows at the last probe.
-  void MakeFolder(std::size_t length) const {
+  static void MakeFolder(WideText folder) {
     wchar_t path[kMostFolder + 1];
-    std::wmemcpy(path, folder_, length);
-    path[length] = 0;
-    ::_wmkdir(path);
+    std::wmemcpy(path, folder.data(), folder.size());
+    path[folder.size()] = 0;
+    base::Quietly([&] { return ::_wmkdir(path); });
   }
 
+  WideText folder_;
   file::ProbeName name_;
-  std::size_t length_;
-  wchar_t folder_[kMostFolder];
 };
 
 }  // namespace
@@ -73,7 +59,7 @@ int CheckWrite(const wchar_t* path) {
 
   const WideText folder(text.data(), parts.drive.size() + parts.directory.size());
   if (!folder.empty() && !parts.name.empty() && !parts.extension.empty() && Exist(path)) {
-    return CanBeOpened(path, CFile::modeWrite);
+    return CFile().Open(path, CFile::modeWrite);
   }
 
   const FolderProbe probe(folder);

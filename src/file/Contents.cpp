@@ -51,6 +51,11 @@ int Copy(const wchar_t* source, const wchar_t* target) {
   return 1;
 }
 
+bool CopySucceeds(const wchar_t* source, const wchar_t* target) {
+  bool copied = false;
+  return Succeeds([&] { copied = Copy(source, target) != 0; }) && copied;
+}
+
 int Compare(const wchar_t* first, const wchar_t* second) {
   if (SameText(first, second)) return 1;
   if (GetSize(first) != GetSize(second)) return 0;

@@ -6,6 +6,7 @@
 #include "DirectoryWalk.h"
 #include "ExtensionFilter.h"
 #include "Files.h"
+#include "base/QuietErrors.h"
 
 namespace {
 
@@ -30,6 +31,11 @@ bool Passes(const Filter& filter, const CStringW& path, bool& known) {
   return known && filter.Matches(parts.extension, Fold);
 }
 
+// It stays if something is left in it.
+void RemoveFolder(const CStringW& path) {
+  base::Quietly([&] { return ::_wrmdir(path); });
+}
+
 class DeletingAll {
  public:
   explicit DeletingAll(const wchar_t* filter) : filter_(Filter::StarDropped(FilterText(filter), Fold)) {}
@@ -38,8 +44,7 @@ class DeletingAll {
 
   bool Folder(const CStringW& path) {
     if (!file::Walk(file::SubSearch(path), *this)) return false;
-    // Stays if something is left in it.
-    ::_wrmdir(path);
+    RemoveFolder(path);
     return true;
   }
 
@@ -63,7 +68,7 @@ class DeletingOld {
   bool Folder(const CStringW& path) {
     if (!file::Walk(file::SubSearch(path), *this)) return false;
     CFileStatus status;
-    if (CFile::GetStatus(path, status) && IsOld(status)) ::_wrmdir(path);
+    if (CFile::GetStatus(path, status) && IsOld(status)) RemoveFolder(path);
     return true;
   }
 

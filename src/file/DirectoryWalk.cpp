@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "DirectoryWalk.h"
 
-#include "PathOperations.h"
+#include "base/QuietErrors.h"
 
 namespace file {
 
-// A start path without drive and directory would search the current folder, whatever that is at the
-// moment; so would an empty one, and "*.*". None of them is walked.
+// KEPT FOR HOSTS: any name without a folder means the current folder's entries, as a host that changed
+// into its folder expects. Only "*.*" itself is taken for a mistake.
 StartSearch::StartSearch(const wchar_t* startPath) {
-  const std::size_t length = startPath ? Length(startPath, kMostPath + 1) : 0;
-  const Parts<wchar_t> parts = Split(Text<wchar_t>(startPath, length), LeadBytes());
+  const std::size_t length = startPath ? Length(startPath, _MAX_PATH) : 0;
+  const Text<wchar_t> text(startPath, length);
+  if (length == 0 || length >= _MAX_PATH || text == L"*.*") return;
+  const Parts<wchar_t> parts = Split(text, LeadBytes());
   const std::size_t folder = parts.drive.size() + parts.directory.size();
-  if (length > kMostPath || !parts.Fit() || folder == 0 || folder + 3 >= _MAX_PATH) return;
+  if (!parts.Fit() || folder + 3 >= _MAX_PATH) return;
   std::wmemcpy(pattern_, startPath, folder);
   std::wmemcpy(pattern_ + folder, L"*.*", 4);
 }
@@ -21,9 +23,8 @@ bool IsFolderLink(const CFileFind& finder, const wchar_t* path) {
   // Folders of a cloud drive carry the attribute too, and are no links; the kind of the reparse point
   // tells. Where it cannot be had the folder is taken for a link, which loses nothing.
   WIN32_FIND_DATAW found;
-  const HANDLE search = ::FindFirstFileW(path, &found);
-  if (search == INVALID_HANDLE_VALUE) return true;
-  ::FindClose(search);
+  const base::SearchHandle search(base::Quietly([&] { return ::FindFirstFileW(path, &found); }));
+  if (!search) return true;
   return found.dwReserved0 == 0 || IsReparseTagNameSurrogate(found.dwReserved0);
 }
 

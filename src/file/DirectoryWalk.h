@@ -9,13 +9,12 @@
 namespace file {
 
 // The pattern that finds every entry of the directory that a start path lies in: its drive and
-// directory, and "*.*".
+// directory, and "*.*". A bare name lies in the current folder.
 class StartSearch {
  public:
   explicit StartSearch(const wchar_t* startPath);
 
-  // Null when there is nothing to walk: no start path, one without a folder of its own, or one beyond
-  // the path limit.
+  // Null when nothing may be walked: no start path, "*.*" alone, or one beyond the path limit.
   const wchar_t* Pattern() const { return pattern_[0] ? pattern_ : nullptr; }
 
  private:

@@ -5,25 +5,19 @@
 
 #include "Extension.h"
 #include "PathPlatform.h"
-#include "Retry.h"
+#include "base/QuietErrors.h"
+#include "base/Retry.h"
 
 namespace file {
 namespace {
+
+using base::Outcome;
+using base::Retry;
 
 constexpr unsigned int kDeleteAttempts = 25;
 constexpr unsigned int kRenameAttempts = 10;
 constexpr DWORD kRetryMs = 10;
 constexpr DWORD kPollMs = 20;
-
-// What other processes hold is worth another attempt; the loop judges by what is there afterwards.
-template <class Operation>
-void DiscardFileException(Operation operation) {
-  try {
-    operation();
-  } catch (CFileException* exception) {
-    exception->Delete();
-  }
-}
 
 void RetryPause() {
   ::Sleep(kRetryMs);
@@ -43,8 +37,9 @@ int Exist(const wchar_t* path) {
 
 int Delete(const wchar_t* path) {
   if (!Exist(path)) return 1;
+  // What other processes hold is worth another attempt: what counts is whether it is there afterwards.
   const auto tryOnce = [path] {
-    DiscardFileException([path] { CFile::Remove(path); });
+    base::Quietly([path] { return ::DeleteFileW(path); });
     return Exist(path) ? Outcome::kAgain : Outcome::kDone;
   };
   return Retry(kDeleteAttempts, tryOnce, RetryPause);
@@ -56,7 +51,7 @@ int Rename(const wchar_t* oldPath, const wchar_t* newPath) {
   if (Exist(newPath) && !Delete(newPath)) return 0;
   const auto tryOnce = [=] {
     if (!Exist(oldPath)) return Outcome::kHopeless;
-    DiscardFileException([=] { CFile::Rename(oldPath, newPath); });
+    base::Quietly([=] { return ::MoveFileW(oldPath, newPath); });
     // KEPT FOR HOSTS: success is the old path's disappearance; the new path is not looked at. Hosts hand
     // files over by renaming, and the receiver may have taken the file away already.
     return Exist(oldPath) ? Outcome::kAgain : Outcome::kDone;

@@ -4,12 +4,14 @@
 #include <windows.h>
 
 #include "Storage.h"
+#include "base/QuietErrors.h"
 
 namespace file {
 
 float GetFreeDiskGb(wchar_t driveLetter) {
   // Without a backslash this names the drive's current folder: a volume mounted there is the one asked.
   const wchar_t root[] = {driveLetter, L':', 0};
+  const base::QuietErrors quiet;
   ULARGE_INTEGER toCaller;
   ULARGE_INTEGER total;
   ULARGE_INTEGER free;

@@ -15,7 +15,7 @@ struct PathOperations {
     const Text<Char> text(path, path ? Length(path, kMostPath + 1) : 0);
     const Parts<Char> parts = Split(text, LeadBytes());
     if (!path || !parts.Fit()) {
-      RejectParameter(out, capacity);
+      RejectParameter(out, capacity, path ? ERANGE : EINVAL);
       return 1;
     }
     const Char* const start = (parts.*first).data();
@@ -40,25 +40,34 @@ struct PathOperations {
     Char copy[kMostPath + 1];
     Parts<Char> parts;
     const bool fits = CopyAndSplit(other, copy, parts);
-    return Rewrite(path, capacity, [&](Composition<Char>& to, Text<Char>&) {
-      to.parts.*first = parts.*first;
-      to.parts.*second = parts.*second;
-      return fits;
-    });
+    return Rewrite(
+        path, capacity,
+        [&](Composition<Char>& to, Text<Char>&) {
+          to.parts.*first = parts.*first;
+          to.parts.*second = parts.*second;
+          return fits;
+        },
+        other != nullptr);
   }
 
   static int AddDirectory(Char* path, std::size_t capacity, const Char* text) {
-    return Rewrite(path, capacity, [&](Composition<Char>& to, Text<Char>& moving) {
-      to.directoryTail = moving = Given(text);
-      return text && to.parts.directory.size() + moving.size() <= kMostComponent;
-    });
+    return Rewrite(
+        path, capacity,
+        [&](Composition<Char>& to, Text<Char>& moving) {
+          to.directoryTail = moving = Given(text);
+          return text && to.parts.directory.size() + moving.size() <= kMostComponent;
+        },
+        text != nullptr);
   }
 
   static int AddName(Char* path, std::size_t capacity, const Char* text) {
-    return Rewrite(path, capacity, [&](Composition<Char>& to, Text<Char>& moving) {
-      to.nameTail = moving = Given(text);
-      return text && to.parts.name.size() + moving.size() <= kMostComponent;
-    });
+    return Rewrite(
+        path, capacity,
+        [&](Composition<Char>& to, Text<Char>& moving) {
+          to.nameTail = moving = Given(text);
+          return text && to.parts.name.size() + moving.size() <= kMostComponent;
+        },
+        text != nullptr);
   }
 
   static int AddIndex(Char* path, std::size_t capacity, unsigned int index, unsigned int digits) {
@@ -84,15 +93,16 @@ struct PathOperations {
     return parts.Fit();
   }
 
-  // Splits a copy of the path, lets `change` alter the composition, and composes back into the path.
+  // Splits a copy of the path, lets `change` alter the composition, and composes back into the path. `given`
+  // is false for an argument that is missing, which is another error than one that is too long.
   template <class Change>
-  static int Rewrite(Char* path, std::size_t capacity, Change change) {
+  static int Rewrite(Char* path, std::size_t capacity, Change change, bool given = true) {
     Char copy[kMostPath + 1];
     Composition<Char> composition = {};
     Text<Char> moving;
     const bool composed = CopyAndSplit(path, copy, composition.parts) && change(composition, moving) &&
                           Compose(composition, moving, path, capacity, LeadBytes());
-    if (!composed) RejectParameter(path, capacity);
+    if (!composed) RejectParameter(path, capacity, given ? ERANGE : EINVAL);
     return 1;
   }
 };

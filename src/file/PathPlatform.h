@@ -11,9 +11,7 @@
 #include <cwchar>
 
 #include "Path.h"
-
-// The C runtime exports this; the toolchain's headers do not declare it.
-extern "C" void __cdecl _invalid_parameter_noinfo(void);
+#include "base/CheckedCopy.h"
 
 namespace file {
 
@@ -49,23 +47,7 @@ inline std::size_t Length(const wchar_t* text, std::size_t most) {
   return length < most ? length : most;
 }
 
-// What a bounds-checked copy of the C runtime does with arguments that do not fit: the buffer is
-// left empty and the runtime's invalid-parameter handler runs.
-template <class Char>
-void RejectParameter(Char* out, std::size_t capacity) {
-  if (out && capacity > 0) out[0] = Char(0);
-  ::_invalid_parameter_noinfo();
-}
-
-// A bounds-checked copy.
-template <class Char>
-void CopyChecked(Text<Char> text, Char* out, std::size_t capacity) {
-  if (!out || text.size() >= capacity) {
-    RejectParameter(out, capacity);
-    return;
-  }
-  std::char_traits<Char>::move(out, text.data(), text.size());
-  out[text.size()] = Char(0);
-}
+using base::CopyChecked;
+using base::RejectParameter;
 
 }  // namespace file

@@ -7,11 +7,13 @@
 #include "PathPlatform.h"
 #include "Storage.h"
 #include "VersionText.h"
+#include "base/QuietErrors.h"
 
 namespace {
 
 // A module's fixed version information; false if it has none or it cannot be read.
 bool ReadVersion(const wchar_t* path, VS_FIXEDFILEINFO& version) {
+  const base::QuietErrors quiet;
   DWORD unused = 0;
   const DWORD size = ::GetFileVersionInfoSizeW(path, &unused);
   if (size == 0) return false;

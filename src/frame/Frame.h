@@ -2,8 +2,6 @@
 // Frame.h: what every export does around its work.
 #pragma once
 
-#include <new>
-
 #include "afxwin.h"
 
 namespace frame {
@@ -12,17 +10,18 @@ namespace frame {
 //
 // Inside the library exceptions are ordinary C++ exceptions. A host of another ABI cannot catch
 // those, and its own kind would skip our destructors; so the exception is caught here, behind the
-// last destructor, and raised again as the host's. There is no catch-all: what is not a framework
-// exception has no business leaving.
+// last destructor, and raised again as the host's. There is no catch-all: anything else comes from
+// below, from a handler of the host's that raised it, and passes through as it is. The library's own
+// failing allocations are framework exceptions from the start; see framework/memory.cpp.
 template <class Body>
 auto EnterUnguarded(Body&& body) -> decltype(body()) {
   CException* leaving = nullptr;
   try {
     return body();
   } catch (CException* exception) {
+    // A host may know classes of the same name.
+    if (!framework::IsOwnExceptionInFlight()) throw;
     leaving = exception;
-  } catch (const std::bad_alloc&) {
-    leaving = framework::MemoryException();
   }
   framework::RaiseToHost(leaving);
 }

@@ -21,7 +21,7 @@ namespace {
 // multiple of 16 keeps what follows aligned.
 constexpr std::size_t kHeader = 256;
 
-// The library throws pointers and std::bad_alloc. When memory is exhausted those still have a place here:
+// The library throws pointers. When memory is exhausted those still have a place here:
 // as many threads as there are slots can have one in flight at a time.
 constexpr std::size_t kSlot = kHeader + 64;
 constexpr std::size_t kSlots = 32;

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include <cxxabi.h>
+
 #include "afx.h"
 
 #include <cstring>
 #include <new>
+
+extern "C" IMAGE_DOS_HEADER __ImageBase;
 
 // Hosts read these objects in the layout that the Microsoft ABI gives them.
 static_assert(sizeof(CException) == 16 && sizeof(CSimpleException) == 288);
@@ -219,8 +223,13 @@ int CFileException::OsErrorToException(LONG osError) {
   }
 }
 
-CException* framework::MemoryException() noexcept {
-  return &memoryException;
+bool framework::IsOwnExceptionInFlight() noexcept {
+  // The thrower's own record of the type; another module has its own, whatever the name in it.
+  const auto type = reinterpret_cast<ULONG_PTR>(abi::__cxa_current_exception_type());
+  const auto base = reinterpret_cast<ULONG_PTR>(&__ImageBase);
+  const auto* const headers =
+      reinterpret_cast<const IMAGE_NT_HEADERS*>(base + static_cast<ULONG_PTR>(__ImageBase.e_lfanew));
+  return type - base < headers->OptionalHeader.SizeOfImage;
 }
 
 void AfxThrowMemoryException() {

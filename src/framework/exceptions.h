@@ -176,8 +176,8 @@ class COleException final : public CException {
 
 namespace framework {
 
-/// The memory exception that stands ready; raising it allocates nothing.
-CException* MemoryException() noexcept;
+/// Whether the C++ exception that is being handled was thrown by this module.
+bool IsOwnExceptionInFlight() noexcept;
 
 /// Hands an exception to a host of the Microsoft ABI: raises it as that ABI's exception of the
 /// object's class pointer. Call it when no destructor of ours is left to run above.

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <cwchar>
-#include <utility>
 
 #include "afx.h"
+#include "base/QuietErrors.h"
 
 namespace {
 
@@ -22,12 +22,11 @@ bool IsDeniedQuery(DWORD error) {
 }
 
 bool QueryAttributes(const wchar_t* path, WIN32_FILE_ATTRIBUTE_DATA& data) {
+  const base::QuietErrors quiet;
   if (::GetFileAttributesExW(path, GetFileExInfoStandard, &data)) return true;
   if (!IsDeniedQuery(::GetLastError())) return false;
   WIN32_FIND_DATAW found;
-  const HANDLE search = ::FindFirstFileW(path, &found);
-  if (search == INVALID_HANDLE_VALUE) return false;
-  ::FindClose(search);
+  if (!base::SearchHandle(::FindFirstFileW(path, &found))) return false;
   data = {found.dwFileAttributes, found.ftCreationTime, found.ftLastAccessTime,
           found.ftLastWriteTime,  found.nFileSizeHigh,  found.nFileSizeLow};
   return true;
@@ -76,9 +75,11 @@ BOOL CFile::Open(const wchar_t* path, UINT flags, CFileException* error) {
     return FALSE;
   }
   SECURITY_ATTRIBUTES security = {sizeof security, nullptr, (flags & modeNoInherit) == 0};
-  handle_ = ::CreateFileW(path, Access(flags), ShareMode(flags), &security, Disposition(flags),
-                          FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (handle_ == INVALID_HANDLE_VALUE) {
+  handle_.Take(base::Quietly([&] {
+    return ::CreateFileW(path, Access(flags), ShareMode(flags), &security, Disposition(flags),
+                         FILE_ATTRIBUTE_NORMAL, nullptr);
+  }));
+  if (!handle_) {
     if (error) {
       error->m_lOsError = static_cast<LONG>(::GetLastError());
       error->m_cause = CFileException::OsErrorToException(error->m_lOsError);
@@ -93,7 +94,7 @@ BOOL CFile::Open(const wchar_t* path, UINT flags, CFileException* error) {
 UINT CFile::Read(void* buffer, UINT count) {
   if (count == 0) return 0;
   DWORD read = 0;
-  if (!::ReadFile(handle_, buffer, count, &read, nullptr)) {
+  if (!::ReadFile(handle_.Get(), buffer, count, &read, nullptr)) {
     CFileException::ThrowOsError(static_cast<LONG>(::GetLastError()), path_);
   }
   return read;
@@ -102,22 +103,14 @@ UINT CFile::Read(void* buffer, UINT count) {
 void CFile::Write(const void* buffer, UINT count) {
   if (count == 0) return;
   DWORD written = 0;
-  if (!::WriteFile(handle_, buffer, count, &written, nullptr)) {
+  if (!::WriteFile(handle_.Get(), buffer, count, &written, nullptr)) {
     CFileException::ThrowOsError(static_cast<LONG>(::GetLastError()), path_);
   }
   if (written != count) CFileException::Throw(CFileException::diskFull, -1, path_);
 }
 
 void CFile::Close() {
-  const HANDLE handle = std::exchange(handle_, INVALID_HANDLE_VALUE);
-  if (handle != INVALID_HANDLE_VALUE && !::CloseHandle(handle)) {
-    CFileException::ThrowOsError(static_cast<LONG>(::GetLastError()), path_);
-  }
-}
-
-void CFile::Abort() noexcept {
-  const HANDLE handle = std::exchange(handle_, INVALID_HANDLE_VALUE);
-  if (handle != INVALID_HANDLE_VALUE) ::CloseHandle(handle);
+  if (!handle_.Close()) CFileException::ThrowOsError(static_cast<LONG>(::GetLastError()), path_);
 }
 
 BOOL CFile::GetStatus(const wchar_t* path, CFileStatus& status) {
@@ -129,40 +122,32 @@ BOOL CFile::GetStatus(const wchar_t* path, CFileStatus& status) {
   status.m_ctime = CTime(data.ftCreationTime);
   status.m_mtime = CTime(data.ftLastWriteTime);
   status.m_atime = CTime(data.ftLastAccessTime);
-  status.m_size = static_cast<ULONGLONG>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
+  // What the platform says of a folder's size means nothing, and differs between file systems.
+  const bool isFolder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+  status.m_size = isFolder ? 0 : static_cast<ULONGLONG>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
   status.m_attribute = data.dwFileAttributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_NORMAL);
   return TRUE;
-}
-
-void CFile::Remove(const wchar_t* path) {
-  if (!::DeleteFileW(path)) CFileException::ThrowOsError(static_cast<LONG>(::GetLastError()), path);
-}
-
-void CFile::Rename(const wchar_t* oldPath, const wchar_t* newPath) {
-  if (!::MoveFileW(oldPath, newPath)) {
-    CFileException::ThrowOsError(static_cast<LONG>(::GetLastError()), oldPath);
-  }
 }
 
 BOOL CFileFind::FindFile(const wchar_t* pattern) {
   Close();
   const std::size_t length = pattern ? PathLength(pattern) : 0;
   if (length == 0 || length >= _MAX_PATH) return FALSE;
-  // The entries' paths are full ones: they mean the same files when another thread changes the
-  // process's current folder during a walk.
+  // The full path is listed and the entries' paths are made of it: they mean the same files when another
+  // thread changes the process's current folder before the search or during it.
   wchar_t* name = nullptr;
   const DWORD full = ::GetFullPathNameW(pattern, _MAX_PATH, folder_, &name);
   if (full == 0 || full >= _MAX_PATH) return FALSE;
-  handle_ = ::FindFirstFileW(pattern, &next_);
-  if (handle_ == INVALID_HANDLE_VALUE) return FALSE;
+  handle_.Take(base::Quietly([&] { return ::FindFirstFileW(folder_, &next_); }));
+  if (!handle_) return FALSE;
   if (name) *name = 0;
   return TRUE;
 }
 
 BOOL CFileFind::FindNextFileW() {
-  if (handle_ == INVALID_HANDLE_VALUE) return FALSE;
+  if (!handle_) return FALSE;
   current_ = next_;
-  return ::FindNextFileW(handle_, &next_);
+  return base::Quietly([&] { return ::FindNextFileW(handle_.Get(), &next_); });
 }
 
 CStringW CFileFind::GetFilePath() const {
@@ -182,9 +167,4 @@ BOOL CFileFind::IsDirectory() const {
 
 BOOL CFileFind::MatchesMask(DWORD mask) const {
   return (current_.dwFileAttributes & mask) != 0;
-}
-
-void CFileFind::Close() noexcept {
-  const HANDLE handle = std::exchange(handle_, INVALID_HANDLE_VALUE);
-  if (handle != INVALID_HANDLE_VALUE) ::FindClose(handle);
 }

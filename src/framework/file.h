@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include "atltime.h"
+#include "base/Owned.h"
 
 class CFileException;
 
@@ -35,11 +36,6 @@ class CFile {
     modeNoTruncate = 0x2000,
   };
 
-  CFile() noexcept = default;
-  CFile(const CFile&) = delete;
-  CFile& operator=(const CFile&) = delete;
-  ~CFile() { Abort(); }
-
   /// Opens a path of at most 259 characters; false if it cannot be opened.
   BOOL Open(const wchar_t* path, UINT flags, CFileException* error = nullptr);
   /// Reads up to `count` bytes; fewer only at the end of the file.
@@ -48,27 +44,20 @@ class CFile {
   void Write(const void* buffer, UINT count);
   void Close();
   /// Closes without reporting anything.
-  void Abort() noexcept;
+  void Abort() noexcept { handle_.Close(); }
 
-  /// Reads the status of a path. False when it does not exist, when it has 260 characters or more,
-  /// and for a text with wildcards, which names no single file.
+  /// Reads the status of a path; a folder has size 0. False when it does not exist, when it has 260
+  /// characters or more, and for a text with wildcards, which names no single file.
   static BOOL GetStatus(const wchar_t* path, CFileStatus& status);
-  static void Remove(const wchar_t* path);
-  static void Rename(const wchar_t* oldPath, const wchar_t* newPath);
 
  private:
-  HANDLE handle_ = INVALID_HANDLE_VALUE;
+  base::FileHandle handle_;
   wchar_t path_[_MAX_PATH] = {};
 };
 
 /// Walks the entries that match a search path.
 class CFileFind {
  public:
-  CFileFind() noexcept = default;
-  CFileFind(const CFileFind&) = delete;
-  CFileFind& operator=(const CFileFind&) = delete;
-  ~CFileFind() { Close(); }
-
   /// Starts a search; false if nothing matches.
   BOOL FindFile(const wchar_t* pattern);
   /// Makes the next entry the current one; false if it is the last.
@@ -80,10 +69,10 @@ class CFileFind {
   BOOL IsDirectory() const;
   /// Whether the current entry has any of these attributes.
   BOOL MatchesMask(DWORD mask) const;
-  void Close() noexcept;
+  void Close() noexcept { handle_.Close(); }
 
  private:
-  HANDLE handle_ = INVALID_HANDLE_VALUE;
+  base::SearchHandle handle_;
   wchar_t folder_[_MAX_PATH] = {};
   WIN32_FIND_DATAW current_ = {};
   WIN32_FIND_DATAW next_ = {};

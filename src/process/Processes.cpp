@@ -4,10 +4,17 @@
 #include <cstdlib>
 
 #include "Names.h"
-#include "Retry.h"
 #include "Snapshot.h"
+#include "base/Retry.h"
 
 namespace process {
+namespace {
+
+constexpr DWORD kPostPauseMs = 10;
+// A thread has its queue within two seconds, or this gives up behind the pause that makes it more.
+constexpr unsigned int kPostAttempts = 2000 / kPostPauseMs + 1;
+
+}  // namespace
 
 int Kill(const wchar_t* fileName) {
   const Snapshot processes(TH32CS_SNAPPROCESS);
@@ -15,10 +22,8 @@ int Kill(const wchar_t* fileName) {
     // KEPT FOR HOSTS: letter case counts here and not in the counting below. A host that ends
     // "viewer.exe" relies on "Viewer.exe", another program of the family, living on.
     if (std::wcscmp(entry.szExeFile, fileName) != 0) return;
-    const HANDLE process = ::OpenProcess(PROCESS_TERMINATE, FALSE, entry.th32ProcessID);
-    if (!process) return;
-    ::TerminateProcess(process, 0);
-    ::CloseHandle(process);
+    const base::ProcessHandle process(::OpenProcess(PROCESS_TERMINATE, FALSE, entry.th32ProcessID));
+    if (process) ::TerminateProcess(process.Get(), 0);
   });
   return 1;
 }
@@ -43,9 +48,13 @@ int Post(const CWinThread* thread, UINT message, WPARAM wParam, LPARAM lParam) {
   if (!thread) return 0;
   // Read once: a thread object may delete itself while this waits.
   const DWORD id = thread->m_nThreadID;
-  return RetryWithin(
-      2000, 10, [&] { return ::PostThreadMessageW(id, message, wParam, lParam) != FALSE; },
-      [](DWORD milliseconds) { ::Sleep(milliseconds); });
+  return base::Retry(
+      kPostAttempts,
+      [&] {
+        return ::PostThreadMessageW(id, message, wParam, lParam) ? base::Outcome::kDone
+                                                                 : base::Outcome::kAgain;
+      },
+      [] { ::Sleep(kPostPauseMs); });
 }
 
 // From the shared C runtime's heap, where the array delete of a host gives it back. That allocator

@@ -6,6 +6,8 @@
 
 #include <tlhelp32.h>
 
+#include "base/Owned.h"
+
 namespace process {
 
 class Snapshot {
@@ -13,11 +15,6 @@ class Snapshot {
   /// TH32CS_SNAPPROCESS, or TH32CS_SNAPMODULE with a process's identifier.
   explicit Snapshot(DWORD flags, DWORD processId = 0) noexcept
       : handle_(::CreateToolhelp32Snapshot(flags, processId)) {}
-  Snapshot(const Snapshot&) = delete;
-  Snapshot& operator=(const Snapshot&) = delete;
-  ~Snapshot() {
-    if (handle_ != INVALID_HANDLE_VALUE) ::CloseHandle(handle_);
-  }
 
   /// Calls `visit` with each process; with none if the snapshot could not be taken.
   template <class Visit>
@@ -38,11 +35,11 @@ class Snapshot {
  private:
   template <class Step, class Entry, class Visit>
   void Each(Step first, Step next, Entry& entry, Visit visit) const {
-    if (handle_ == INVALID_HANDLE_VALUE) return;
-    for (BOOL more = first(handle_, &entry); more; more = next(handle_, &entry)) visit(entry);
+    if (!handle_) return;
+    for (BOOL more = first(handle_.Get(), &entry); more; more = next(handle_.Get(), &entry)) visit(entry);
   }
 
-  HANDLE handle_;
+  base::SnapshotHandle handle_;
 };
 
 }  // namespace process

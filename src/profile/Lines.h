@@ -8,6 +8,7 @@
 #include "Companion.h"
 #include "Numbers.h"
 #include "Platform.h"
+#include "base/CheckedCopy.h"
 
 namespace profile {
 
@@ -20,10 +21,13 @@ CStringT<Char> KeyLine(const Char* key, const Char* value) {
   return line;
 }
 
+// Without a position the runtime's handler runs. It may raise an exception of the host's, which runs no
+// destructor of ours: the line is gone by then.
 template <class Char>
-int PutLine(const CStringT<Char>& line, Char* position, std::size_t free, std::size_t* count) {
+int PutLine(CStringT<Char> line, Char* position, std::size_t free, std::size_t* count) {
   const auto length = static_cast<std::size_t>(line.GetLength());
   if (free <= length) return 0;
+  if (!position) line.Empty();
   Platform<Char>::Copy(position, free, line);
   *count = length;
   return 1;
@@ -50,27 +54,42 @@ int BufferText(const Char* key, Char* position, std::size_t free, const Char* va
   return PutLine(KeyLine(key, value), position, free, count);
 }
 
+// The line of a key's companion; empty if the value is ASCII.
+inline CStringW CompanionLine(const wchar_t* key, const wchar_t* value) {
+  const CStringW companion = ToUtf8Companion(value);
+  return Differs(companion, value) ? KeyLine<wchar_t>(CompanionKey(key, kUtf8Suffix), companion) : CStringW();
+}
+
 // The key's line, and that of its companion if the value is not ASCII.
 inline int BufferTextAndCompanion(const wchar_t* key, wchar_t* position, std::size_t free,
                                   const wchar_t* value, std::size_t* count) {
   *count = 0;
-  const CStringW line = KeyLine(key, value);
-  if (free <= static_cast<std::size_t>(line.GetLength())) return 0;
+  CStringW line = KeyLine(key, value);
+  const auto length = static_cast<std::size_t>(line.GetLength());
+  if (free <= length) return 0;
   // Made before anything is written: key and value may lie where the line goes.
-  const CStringW companion = ToUtf8Companion(value);
-  const bool needed = Differs(companion, value);
-  const CStringW second = needed ? KeyLine<wchar_t>(CompanionKey(key, kUtf8Suffix), companion) : CStringW();
+  CStringW second = CompanionLine(key, value);
+  const auto secondLength = static_cast<std::size_t>(second.GetLength());
 
-  PutLine(line, position, free, count);
-  if (!needed) return 1;
-  const auto length = static_cast<std::size_t>(second.GetLength());
-  const std::size_t rest = free - *count;
+  // As in PutLine: whatever is rejected, both lines are gone by then.
+  if (!position) second.Empty();
+  if (!position) line.Empty();
+  Platform<wchar_t>::Copy(position, free, line);
+  line.Empty();
+  *count = length;
+  if (secondLength == 0) return 1;
+  const std::size_t rest = free - length;
   // KEPT FOR HOSTS: this line alone needs no room for a terminator here. With exactly its length left,
   // the bounded copy fails as an invalid parameter, and count and result are those of success; hosts
   // that size their buffers so have a handler for it.
-  if (rest < length) return 0;
-  Platform<wchar_t>::Copy(position + *count, rest, second);
-  *count += length;
+  if (rest < secondLength) return 0;
+  if (position && rest > secondLength) {
+    Platform<wchar_t>::Copy(position + length, rest, second);
+  } else {
+    second.Empty();
+    base::RejectParameter(position ? position + length : nullptr, rest);
+  }
+  *count += secondLength;
   return 1;
 }
 

@@ -12,6 +12,8 @@
 
 #include <cstddef>
 
+#include "base/QuietErrors.h"
+
 namespace profile {
 
 template <class Char>
@@ -27,10 +29,11 @@ struct Platform<char> {
 
   static DWORD Read(const char* section, const char* key, const char* defaultText, char* text, DWORD size,
                     const char* file) {
-    return ::GetPrivateProfileStringA(section, key, defaultText, text, size, file);
+    return base::Quietly(
+        [&] { return ::GetPrivateProfileStringA(section, key, defaultText, text, size, file); });
   }
   static BOOL Write(const char* section, const char* key, const char* value, const char* file) {
-    return ::WritePrivateProfileStringA(section, key, value, file);
+    return base::Quietly([&] { return ::WritePrivateProfileStringA(section, key, value, file); });
   }
   static const char* SetNumericLocale(const char* name) { return ::setlocale(LC_NUMERIC, name); }
 
@@ -57,10 +60,11 @@ struct Platform<wchar_t> {
 
   static DWORD Read(const wchar_t* section, const wchar_t* key, const wchar_t* defaultText, wchar_t* text,
                     DWORD size, const wchar_t* file) {
-    return ::GetPrivateProfileStringW(section, key, defaultText, text, size, file);
+    return base::Quietly(
+        [&] { return ::GetPrivateProfileStringW(section, key, defaultText, text, size, file); });
   }
   static BOOL Write(const wchar_t* section, const wchar_t* key, const wchar_t* value, const wchar_t* file) {
-    return ::WritePrivateProfileStringW(section, key, value, file);
+    return base::Quietly([&] { return ::WritePrivateProfileStringW(section, key, value, file); });
   }
   static const wchar_t* SetNumericLocale(const wchar_t* name) { return ::_wsetlocale(LC_NUMERIC, name); }
 

@@ -45,17 +45,25 @@ CHRTimeSpan::CHRTimeSpan(std::int64_t start, std::int64_t end) : frequency_(Freq
   end_.Set(end);
 }
 
+bool CHRTimeSpan::IsNull() const {
+  CSingleLock guard(&lock_, TRUE);
+  return start_.IsNull();
+}
+
 void CHRTimeSpan::Clear() {
+  CSingleLock guard(&lock_, TRUE);
   start_.Clear();
   end_.Clear();
 }
 
 void CHRTimeSpan::Start() {
+  CSingleLock guard(&lock_, TRUE);
   start_.SetNow();
   end_.Set(start_.Get());
 }
 
 std::int64_t CHRTimeSpan::ElapsedMicroseconds() {
+  CSingleLock guard(&lock_, TRUE);
   if (!fixed_) end_.SetNow();
   return hrtime::Microseconds(start_.Get(), end_.Get(), frequency_);
 }

@@ -2,7 +2,7 @@
 // HRTime.h: a stopwatch on the performance counter, and a wall-clock time that carries its reading.
 //
 // Every object may be used by several threads: each access locks the object's own section. No
-// function holds more than two locks, the one of the time before the one of its counter point.
+// function holds more than two locks, the one of a time or a span before the one of its counter point.
 #pragma once
 
 #include "Instant.h"
@@ -25,7 +25,8 @@ class CHRTimePoint : public CObject {
   mutable CCriticalSection lock_;
 };
 
-/// A stopwatch: the time from its start to now, or between two given readings.
+/// A stopwatch: the time from its start to now, or between two given readings. Both ends change and are
+/// read together, so that a reading never mixes two measurements.
 class CHRTimeSpan : public CObject {
  public:
   /// Starts now.
@@ -34,7 +35,7 @@ class CHRTimeSpan : public CObject {
   CHRTimeSpan(std::int64_t start, std::int64_t end);
 
   void Clear();
-  bool IsNull() const { return start_.IsNull(); }
+  bool IsNull() const;
   /// Starts again, now.
   void Start();
 
@@ -52,6 +53,7 @@ class CHRTimeSpan : public CObject {
   CHRTimePoint start_;
   bool fixed_ = false;
   CHRTimePoint end_;
+  mutable CCriticalSection lock_;
 };
 
 /// A wall-clock instant and the performance counter's reading of the same moment.

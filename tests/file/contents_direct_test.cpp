@@ -8,16 +8,16 @@
 #include <random>
 
 #include "CallLog.h"
+#include "base/Retry.h"
 #include "file/Blocks.h"
 #include "file/Contents.h"
 #include "file/Extension.h"
 #include "file/Files.h"
-#include "file/Retry.h"
 #include "support/TempFolder.h"
 
 namespace {
 
-using file::Outcome;
+using base::Outcome;
 using test::Answer;
 using test::Call;
 using test::CallLog;
@@ -158,7 +158,7 @@ TEST(Retrying, CountsAttemptsAndPauses) {
     for (const unsigned doneAt : {1u, 2u, most, most + 1}) {
       unsigned tried = 0;
       unsigned paused = 0;
-      const bool done = file::Retry(
+      const bool done = base::Retry(
           most, [&] { return ++tried == doneAt ? Outcome::kDone : Outcome::kAgain; }, [&] { ++paused; });
       EXPECT_EQ(done, doneAt <= most);
       EXPECT_EQ(tried, doneAt <= most ? doneAt : most);
@@ -170,7 +170,7 @@ TEST(Retrying, CountsAttemptsAndPauses) {
 TEST(Retrying, HopelessEndsWithoutAPause) {
   int tried = 0;
   int paused = 0;
-  EXPECT_FALSE(file::Retry(
+  EXPECT_FALSE(base::Retry(
       10, [&] { return ++tried == 3 ? Outcome::kHopeless : Outcome::kAgain; }, [&] { ++paused; }));
   EXPECT_EQ(tried, 3);
   EXPECT_EQ(paused, 2);
@@ -179,7 +179,7 @@ TEST(Retrying, HopelessEndsWithoutAPause) {
 TEST(Retrying, NoLimitOutlivesA32BitCount) {
   unsigned long long tried = 0;
   const unsigned long long doneAt = 0x100000003;
-  EXPECT_TRUE(file::Retry(
+  EXPECT_TRUE(base::Retry(
       0, [&] { return ++tried == doneAt ? Outcome::kDone : Outcome::kAgain; }, [] {}));
   EXPECT_EQ(tried, doneAt);
 }

@@ -57,9 +57,8 @@ TEST(DirectoryWalk, StartPathsThatAreRefused) {
   const std::wstring refused[] = {
       L"",
       L"*.*",
-      L"*",
-      L"a.txt",
-      L"sub",
+      // One character more than the path limit holds, however short the folder is.
+      L"X:\\tmp\\" + std::wstring(126, L'n') + L"." + std::wstring(126, L'e'),
       L"X:\\" + std::wstring(254, L'd') + L"\\",
       L"X:\\tmp\\" + std::wstring(256, L'n'),
       L"X:\\tmp\\n." + std::wstring(256, L'e'),
@@ -90,6 +89,53 @@ TEST(DirectoryWalk, LongestStartPath) {
   ASSERT_EQ(longest.size() + 3, 259u);
   for (const auto& operation : Operations()) EXPECT_EQ(operation.run(longest), 1) << operation.name;
   for (const auto& call : log.Of('F')) EXPECT_EQ(call.path, longest + L"*.*");
+}
+
+// A name without a folder means the current one, in each operation; "*.*" alone is refused.
+TEST(DirectoryWalk, BareNamesMeanTheCurrentFolder) {
+  for (const std::wstring start : {L"run.ini", L"*.log", L"*", L"sub", L".", L"X:run.ini", L"X:*.*"}) {
+    for (std::size_t i = 0; i < Operations().size(); ++i) {
+      const test::TempFolder temp;
+      const std::wstring destination = temp / L"to\\";
+      const Operation operation = Operations(destination)[i];
+      test::Plant(temp, {L"from\\", L"from\\a.txt", L"from\\sub\\", L"from\\sub\\b.txt"});
+      for (const std::wstring& name : temp.Entries()) test::SetAge(temp / name, 1000);
+      const CurrentFolder current(temp / L"from\\");
+      EXPECT_EQ(operation.run(start), 1) << operation.name << " " << test::Ansi(start);
+      const bool copies = std::string(operation.name) == "copy";
+      EXPECT_EQ(test::Exists(destination + L"sub\\b.txt"), copies) << operation.name;
+      EXPECT_EQ(test::Exists(destination + L"a.txt"), copies) << operation.name;
+      EXPECT_EQ(test::Exists(temp / L"from\\a.txt"), copies) << operation.name << " " << test::Ansi(start);
+      EXPECT_EQ(test::Exists(temp / L"from\\sub\\b.txt"), copies) << operation.name;
+    }
+  }
+}
+
+// The longest text that is taken, 259 characters, in a folder of any length.
+TEST(DirectoryWalk, TextsUpToThePathLimitAreTaken) {
+  const std::wstring start = L"X:\\tmp\\nowhere\\" + std::wstring(120, L'n') + L"." + std::wstring(123, L'e');
+  ASSERT_EQ(start.size(), 259u);
+  for (const auto& operation : Operations()) {
+    EXPECT_EQ(operation.run(start), 1) << operation.name;
+    EXPECT_EQ(operation.run(start + L"e"), 0) << operation.name;
+  }
+}
+
+// Another thread may change the current folder between any two calls of a walk: what is listed is what is
+// deleted or copied.
+TEST(DirectoryWalk, TheFolderThatIsNamedIsTheOneThatIsListed) {
+  const test::TempFolder temp;
+  test::Plant(temp, {L"named\\", L"named\\a.txt", L"other\\", L"other\\a.txt", L"other\\b.txt"});
+  const std::wstring named = temp / L"named\\", other = temp / L"other\\";
+  const CurrentFolder current(named);
+  {
+    test::CallLog log([&](const test::Call& call) {
+      if (call.kind == 'F') ::SetCurrentDirectoryW(other.c_str());
+      return test::Answer();
+    });
+    EXPECT_EQ(test::DirectoryApi(true).DeleteAll(L".\\", L".*"), 1);
+  }
+  EXPECT_EQ(temp.Entries(), (Names{L"named\\", L"other\\", L"other\\a.txt", L"other\\b.txt"}));
 }
 
 TEST(DirectoryWalk, RelativeFoldersAreWalked) {

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "process/Names.h"
-#include "process/Retry.h"
 
 namespace {
 
@@ -48,31 +47,6 @@ TEST(ProcessNames, LettersBeyondAsciiAreFoldedUnderEveryLocale) {
   ASSERT_NE(::setlocale(LC_CTYPE, "german"), nullptr);
   EXPECT_TRUE(process::EqualInUpperCase(L"\xE4", L"\xC4"));
   ::setlocale(LC_CTYPE, "C");
-}
-
-TEST(ProcessRetry, EndsWithTheFirstSuccess) {
-  for (int needed = 1; needed <= 5; ++needed) {
-    int attempts = 0;
-    std::vector<unsigned> sleeps;
-    EXPECT_TRUE(process::RetryWithin(
-        100, 10, [&] { return ++attempts == needed; }, [&](unsigned time) { sleeps.push_back(time); }));
-    EXPECT_EQ(attempts, needed);
-    EXPECT_EQ(sleeps, std::vector<unsigned>(static_cast<std::size_t>(needed) - 1, 10));
-  }
-}
-
-TEST(ProcessRetry, SleepsOneStepPastTheBudget) {
-  const struct {
-    unsigned budget, step;
-    int attempts;
-  } rows[] = {{2000, 10, 201}, {0, 10, 1}, {9, 10, 1}, {10, 10, 2}, {11, 10, 2}, {100, 30, 4}};
-  for (const auto& row : rows) {
-    int attempts = 0, sleeps = 0;
-    EXPECT_FALSE(process::RetryWithin(
-        row.budget, row.step, [&] { return ++attempts, false; }, [&](unsigned) { ++sleeps; }));
-    EXPECT_EQ(attempts, row.attempts);
-    EXPECT_EQ(sleeps, row.attempts);
-  }
 }
 
 }  // namespace

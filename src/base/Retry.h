@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Retry.h: the loop of all operations that wait for another process to let go of a file or to finish it.
+// Retry.h: the loop of all operations that wait for another process or thread: for a file to be let go or
+// finished, for a message queue to be there. Free of the platform.
 #pragma once
 
-namespace file {
+namespace base {
 
 enum class Outcome {
   kDone,
@@ -10,8 +11,8 @@ enum class Outcome {
   kAgain,
 };
 
-// Tries until an attempt is done or hopeless, with a pause after every other one, the last included.
-// True if one was done. `most` limits the attempts; since it is compared after counting, 0 sets no limit.
+/// Tries until an attempt is done or hopeless, with a pause after every other one, the last included.
+/// True if one was done. `most` limits the attempts; since it is compared after counting, 0 sets no limit.
 template <class TryOnce, class Pause>
 bool Retry(unsigned int most, TryOnce tryOnce, Pause pause) {
   // Wider than the limit, so that an unlimited loop does not end when a 32-bit count wraps to 0.
@@ -23,4 +24,4 @@ bool Retry(unsigned int most, TryOnce tryOnce, Pause pause) {
   }
 }
 
-}  // namespace file
+}  // namespace base
