@@ -15,12 +15,15 @@
 // - A capacity is counted in characters of the variant's type, not in bytes, terminator included. A
 //   result is never cut silently: one that does not fit is an invalid parameter of the C runtime,
 //   whose handler runs and by default ends the process. With a handler that returns, the buffer
-//   holds an empty string and the result is still the success value.
-// - The result is 1 for success and 0 for failure. The library shows no message and writes no log.
+//   holds an empty string, errno is what the runtime's checked functions set (EINVAL for a missing
+//   buffer, ERANGE for one that is too small), and the result is still the success value.
+// - The result is 1 for success and 0 for failure. The library shows no message and writes no log; nor
+//   does the system ask the user for the medium of an empty drive.
 // - Any thread may call at any time. The library keeps nothing between calls.
 // - Exceptions: exhausted memory raises the framework's CMemoryException; others are named at the
 //   export. They are C++ exceptions of the Microsoft ABI, of pointers to framework objects that the
-//   catching host deletes. The library's own state is restored before they leave.
+//   catching host deletes. The library's own state is restored before they leave. What a handler of
+//   the host's own raises passes through as it is, std::bad_alloc included.
 //
 // C11 for everything but the exports that take framework objects; C++17 for all.
 #ifndef ZERATOOLS_H
@@ -358,8 +361,9 @@ ZERATOOLS_RAISES;
 // Plain variants convert their text from the ANSI code page and do what the _UC variants do.
 //
 // A path that does not exist is an ordinary answer, never an exception. So is a path that cannot be asked
-// for: a null or empty one, one of 260 characters or more, one with the wildcards * or ?. All count as
-// missing. A folder counts as a path of size 0.
+// for: a null or empty one, one of 260 characters or more, one with the wildcards * or ? (but not for the
+// question mark with which a verbatim path begins, "\\\\?\\C:\\data"). All count as missing. A folder counts
+// as a path of size 0, and so does a symbolic link to a file, whatever that holds.
 //
 // Nothing is locked. What other processes may hold for a moment is tried again, with short sleeps on the
 // calling thread; the answer is what the disk says afterwards, not what the last attempt reported.
@@ -493,6 +497,9 @@ ZERA_TOOLS_FILE_GET_TIME_MODIFIED_UC(_In_z_ const wchar_t* path, _Out_ __int64* 
 // A file that is read may be read by others meanwhile, but not written. A path that cannot be opened (also
 // a null or empty one, one of 260 characters or more, a folder) gives 0. Nothing that was written is taken
 // back after a failure.
+//
+// A name that the platform keeps for a device, such as AUX.txt or COM1, opens the device in any folder;
+// reading or writing it may wait for ever. Hosts that take names from elsewhere look at them first.
 
 /// Copies a file's content to another path, byte for byte, in blocks of 4096 bytes.
 ///
@@ -665,9 +672,12 @@ ZERATOOLS_RAISES;
 // Whole directories
 // A start path names the directory to work on by any path inside it: the directory with a trailing
 // backslash, a file in it, or either with wildcards ("C:\\log\\", "C:\\log\\run.txt" and "C:\\log\\*.*" are
-// the same). An empty start path, "*.*", any other without drive and directory, and one beyond 260
-// characters are refused: the result is 0, and nothing is touched. A directory that does not exist
-// holds nothing.
+// the same). An empty start path, "*.*" alone and one of 260 characters or more (or with a component beyond
+// its limit) are refused: the result is 0, and nothing is touched. A directory that does not exist holds
+// nothing.
+//
+// Beware: any other name without drive and directory ("run.ini", "*.log", "sub") means the entries of the
+// process's current folder, all of them.
 //
 // Every file of the directory and of all directories below it is visited. Links to folders are neither
 // followed nor removed, so no walk leaves its start directory. A walk goes as deep as paths may be long:
@@ -675,7 +685,7 @@ ZERATOOLS_RAISES;
 //
 // Extensions are compared without regard to case, and with their period; a file without one has the
 // empty extension. Plain variants convert their texts and then do what the UTF-16 variants do. Hosts that
-// call on threads of their own: the deepest walk takes about half a megabyte of stack.
+// call on threads of their own: the deepest walk takes up to 320 KiB of stack.
 
 /// Deletes the files of a directory tree that have an extension, and the directories that are empty then.
 ///
@@ -688,8 +698,9 @@ ZERATOOLS_RAISES;
 /// @param filter     the extension: ".log" or "*.log"; ".*" or "*.*" for every file, empty for files
 ///                   without an extension
 /// @return 1 if every matching file is gone, 0 if the start path was refused, a file could not be deleted or
-///         an extension could not be taken (its path is beyond the limits). A directory that cannot be
-///         removed is no failure.
+///         an extension could not be taken (its directory has more than 255 characters). A matching file whose
+///         path has 260 characters or more stays and is no failure: it counts as missing. Nor is a directory
+///         that cannot be removed.
 /// @ordinal{3}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_DELETE_ALL(_In_z_ const char* startPath, _In_z_ const char* filter) ZERATOOLS_RAISES;
@@ -767,7 +778,9 @@ ZERATOOLS_RAISES;
 /// KEPT FOR HOSTS: 1 for every walk that started, whatever single copies came to; look at the destination.
 ///
 /// @param startPath    any path inside the directory to copy
-/// @param destination  the directory to copy to, ending in a backslash
+/// @param destination  the directory to copy to, ending in a backslash; an empty one means the current
+///                     folder. One inside the directory that is copied is copied into itself, level by level,
+///                     until the path limit ends it.
 /// @param overwrite    0 leaves files alone that are there already, anything else replaces them
 /// @return 1, or 0 if the start path was refused
 /// @ordinal{18}
@@ -814,7 +827,7 @@ ZERATOOLS_RAISES;
 ///
 /// Three places are asked; the first with a value that is not empty wins: the key with `_utf8` behind its
 /// name, UTF-8 bytes; the key with `_UC` behind its name, hexadecimal numbers as #ZERA_TOOLS_STRING_UC_TO_HEX
-/// writes them, of which the text up to the first NUL counts; the key itself.
+/// writes them, of which the text up to the first NUL is given, though all of them must fit; the key itself.
 ///
 /// @param section      name of the section, without brackets
 /// @param key          name of the key
@@ -914,7 +927,8 @@ ZERATOOLS_RAISES;
 ///         ("nan") passes the clamp.
 ///
 /// Threads: the process's LC_NUMERIC is "english" during the conversion. Another thread that formats or
-/// parses a number in that moment sees English rules.
+/// parses a number in that moment sees English rules. No lock is taken: two such calls at the same time,
+/// whatever they read, write or format, can leave the whole process with English numbers.
 /// @ordinal{53}
 ZERATOOLS_API(double)
 ZERA_TOOLS_READ_DOUBLE(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
@@ -962,7 +976,7 @@ ZERATOOLS_RAISES;
 /// @param section      name of the section, without brackets
 /// @param key          name of the key
 /// @param file         path of the settings file; without a folder, the platform looks in the Windows folder
-/// @param value        null removes the key
+/// @param value        null removes the key; with a null `key`, the platform removes the whole section
 /// @return the platform's answer: not 0 if the value was written
 ///
 /// The key alone is written. Companions stay, so #ZERA_TOOLS_READ_STRING_UC may still give an older text.
@@ -977,7 +991,8 @@ ZERATOOLS_RAISES;
 /// @param section      name of the section, without brackets
 /// @param key          name of the key
 /// @param file         path of the settings file; without a folder, the platform looks in the Windows folder
-/// @param value        null removes the key
+/// @param value        null removes the key. With a null `key` the platform removes the whole section, and a
+///                     value outside ASCII then makes it anew, with a key named `_utf8`.
 ///
 /// The key gets what the file's code page can carry. If there is a character outside ASCII, the key with
 /// `_utf8` behind its name gets the text's UTF-8 bytes; otherwise that key is emptied if it has a value. The
@@ -1390,7 +1405,7 @@ ZERA_TOOLS_APPLICATION_LOAD_LANGUAGE_DLL(_In_opt_ HMODULE module, unsigned int l
 /// @param text        receives the cipher text with its terminator, an empty text; unchanged on failure
 /// @param capacity    room at `text` in bytes, terminator included
 /// @param hex         not 0: hexadecimal digits, 0: decimal values
-/// @return the length of the cipher text, 0; -1 for failure or too little room
+/// @return the length of the cipher text, 0; -1 if the platform's service fails or for too little room
 /// @exception CInvalidArgException for any count but 0, negative ones too
 /// @ordinal{71}
 ZERATOOLS_API(int)
@@ -1511,8 +1526,10 @@ ZERA_TOOLS_STRING_HEX_TO_UC(_In_z_ const wchar_t* text, CStringW& result) ZERATO
 // Reading takes digits of both cases and ignores a last character without a partner. A pair is read as the C
 // runtime's "%X" does it: one leading digit is enough ("A?" is 0x0A).
 //
-// Encrypting gives -1 for every failure. KEPT FOR HOSTS: decrypting gives -1 when a pair cannot be read or
-// memory for the work is exhausted, but 0 when the platform's service fails.
+// Encrypting gives -1 when the platform's service fails or memory for the work is exhausted. KEPT FOR HOSTS:
+// decrypting gives -1 when a pair cannot be read or memory for the work is exhausted, but 0 when the
+// platform's service fails. For either, memory for the library's copy of the pass phrase or for the result
+// that is exhausted raises CMemoryException.
 //
 // One string may be input and result. Pass phrases and working memory of the library are wiped before they
 // are given back. #ZERA_TOOLS_ENC and #ZERA_TOOLS_DEC, for plain C too, stand above.
@@ -1619,7 +1636,6 @@ ZERATOOLS_RAISES;
 /// @param module  the application's module; null for the process's executable
 /// @param file    receives the path with result 1, is emptied otherwise
 /// @return 1 if the file exists at the end of the call, else 0
-/// @exception CFileException a file could be opened for copying but not read or written
 /// @ordinal{200}
 ZERATOOLS_API(int)
 ZERA_TOOLS_APPLICATION_GET_INIFILE_MBC(_In_opt_ HMODULE module, CStringA& file) ZERATOOLS_RAISES;
@@ -1628,14 +1644,17 @@ ZERA_TOOLS_APPLICATION_GET_INIFILE_MBC(_In_opt_ HMODULE module, CStringA& file) 
 ///
 /// A file with the module's name and the extension "ini" beside the module wins if files can be made in
 /// that folder. Otherwise it is the user's file, made from the machine-wide one if it is missing, and
-/// replaced by it whenever the machine-wide one is newer by a second or more. Both are named as
+/// replaced by it whenever the machine-wide one is newer. Times count in whole seconds, without their
+/// fractions: two moments within one second of the clock are equal. Both are named as
 /// #ZERA_TOOLS_APPLICATION_GET_APPDATAFILES_UC tells, with ".ini" behind.
+///
+/// A copy that breaks off is not told: in the folder beside the module it counts as one that cannot be
+/// written, and a user's file that is cut by it stays so.
 ///
 /// @param module  the application's module; null for the process's executable
 /// @param file    receives the path; also with result 0, then it is where the user's file would be (empty
 ///                only if the module's path cannot be read)
 /// @return 1 if the file exists at the end of the call, else 0
-/// @exception CFileException a file could be opened for copying but not read or written
 /// @ordinal{201}
 ZERATOOLS_API(int)
 ZERA_TOOLS_APPLICATION_GET_INIFILE_UC(_In_opt_ HMODULE module, CStringW& file) ZERATOOLS_RAISES;
@@ -1647,7 +1666,6 @@ ZERA_TOOLS_APPLICATION_GET_INIFILE_UC(_In_opt_ HMODULE module, CStringW& file) Z
 /// @param copied  receives 1 if a copy of the machine-wide file was due in this call, even if it failed,
 ///                else 0
 /// @return 1 if the file exists at the end of the call, else 0
-/// @exception CFileException a file could be opened for copying but not read or written
 /// @ordinal{207}
 ZERATOOLS_API(int)
 ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_MBC(_In_opt_ HMODULE module, CStringA& file, _Out_ int* copied)
@@ -1660,7 +1678,6 @@ ZERATOOLS_RAISES;
 /// @param copied  receives 1 if a copy of the machine-wide file was due in this call, even if it failed,
 ///                else 0
 /// @return 1 if the file exists at the end of the call, else 0
-/// @exception CFileException a file could be opened for copying but not read or written
 /// @ordinal{208}
 ZERATOOLS_API(int)
 ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_UC(_In_opt_ HMODULE module, CStringW& file, _Out_ int* copied)
