@@ -32,17 +32,25 @@
 #include <stddef.h>
 #include <windows.h>
 
+// Below C++17 there is this one error and none that follow from it: what needs the language is left out.
+// (The Microsoft compiler tells its language in a name of its own; __cplusplus is an old one's there.)
+#if defined(__cplusplus) && __cplusplus < 201703L && (!defined(_MSVC_LANG) || _MSVC_LANG < 201703L)
+  #error "ZERATools.h needs C++17 or later (/std:c++17, -std=c++17); in C, C11."
+  #define ZERATOOLS_OLD_LANGUAGE
+#endif
+
 // ZERATOOLS_HOST_FRAMEWORK: the host's own framework provides CStringA, CStringW, CArray and
 // CWinThread. Set without your help when its headers were included before this one.
 #if defined(__AFX_H__) && !defined(ZERATOOLS_HOST_FRAMEWORK)
   #define ZERATOOLS_HOST_FRAMEWORK
 #endif
-#if defined(__cplusplus) && !defined(ZERATOOLS_HOST_FRAMEWORK)
+#if defined(__cplusplus) && !defined(ZERATOOLS_HOST_FRAMEWORK) && !defined(ZERATOOLS_OLD_LANGUAGE)
   #include "ZERATools/Types.h"
 #endif
 
 #include "ZERATools/Annotations.h"
 #include "ZERATools/Ordinals.h"
+#include "ZERATools/Version.h"
 
 #if defined(ZERATOOLS_BUILDING)
   #define ZERATOOLS_IMPORT
@@ -52,7 +60,7 @@
 #define ZERATOOLS_API(result) ZERATOOLS_IMPORT result __cdecl
 // Behind each declaration. Under /EHsc, the Microsoft compiler's usual setting, an extern "C" function
 // is taken never to throw unless it says otherwise, and a host's catch block around the call is left out.
-#if defined(__cplusplus)
+#if defined(__cplusplus) && !defined(ZERATOOLS_OLD_LANGUAGE)
   #define ZERATOOLS_RAISES noexcept(false)
 #else
   #define ZERATOOLS_RAISES
@@ -375,11 +383,11 @@ ZERATOOLS_RAISES;
 /// @param path      of a file or folder, with or without a backslash at its end
 /// @return 1 if it exists, else 0
 /// @ordinal{1}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_EXIST(_In_z_ const char* path) ZERATOOLS_RAISES;
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_EXIST(_In_opt_z_ const char* path) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_EXIST, with UTF-16 text.
 /// @ordinal{1001}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_EXIST_UC(_In_z_ const wchar_t* path) ZERATOOLS_RAISES;
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_EXIST_UC(_In_opt_z_ const wchar_t* path) ZERATOOLS_RAISES;
 
 /// Deletes a file.
 ///
@@ -389,11 +397,11 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_EXIST_UC(_In_z_ const wchar_t* path) ZERATOOL
 /// @param path      of the file
 /// @return 1 if it is gone, also when it never existed; 0 if it is still there after all attempts
 /// @ordinal{2}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE(_In_z_ const char* path) ZERATOOLS_RAISES;
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE(_In_opt_z_ const char* path) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_DELETE, with UTF-16 text.
 /// @ordinal{1002}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE_UC(_In_z_ const wchar_t* path) ZERATOOLS_RAISES;
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE_UC(_In_opt_z_ const wchar_t* path) ZERATOOLS_RAISES;
 
 /// Gives the size of a file.
 ///
@@ -403,11 +411,11 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_DELETE_UC(_In_z_ const wchar_t* path) ZERATOO
 /// @param path      of the file
 /// @return the size in bytes; 0 for a folder, and when it is missing or cannot be read
 /// @ordinal{4}
-ZERATOOLS_API(unsigned int) ZERA_TOOLS_FILE_GET_SIZE(_In_z_ const char* path) ZERATOOLS_RAISES;
+ZERATOOLS_API(unsigned int) ZERA_TOOLS_FILE_GET_SIZE(_In_opt_z_ const char* path) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_GET_SIZE, with UTF-16 text.
 /// @ordinal{1004}
-ZERATOOLS_API(unsigned int) ZERA_TOOLS_FILE_GET_SIZE_UC(_In_z_ const wchar_t* path) ZERATOOLS_RAISES;
+ZERATOOLS_API(unsigned int) ZERA_TOOLS_FILE_GET_SIZE_UC(_In_opt_z_ const wchar_t* path) ZERATOOLS_RAISES;
 
 /// Tells whether a text occurs in a path's extension, ignoring case.
 ///
@@ -423,12 +431,12 @@ ZERATOOLS_API(unsigned int) ZERA_TOOLS_FILE_GET_SIZE_UC(_In_z_ const wchar_t* pa
 /// @return 1 if it occurs, else 0
 /// @ordinal{5}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_HAS_EXTENSION(_In_z_ const char* path, _In_z_ const char* extension) ZERATOOLS_RAISES;
+ZERA_TOOLS_FILE_HAS_EXTENSION(_In_opt_z_ const char* path, _In_opt_z_ const char* extension) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_HAS_EXTENSION, with UTF-16 text.
 /// @ordinal{1005}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_HAS_EXTENSION_UC(_In_z_ const wchar_t* path, _In_z_ const wchar_t* extension)
+ZERA_TOOLS_FILE_HAS_EXTENSION_UC(_In_opt_z_ const wchar_t* path, _In_opt_z_ const wchar_t* extension)
 ZERATOOLS_RAISES;
 
 /// Waits until a file exists and is not empty.
@@ -444,12 +452,12 @@ ZERATOOLS_RAISES;
 /// @return 1 as soon as the file has content, 0 when the time-out has run out
 /// @ordinal{6}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_WAIT_FOR_FILE(_In_z_ const char* path, unsigned int timeoutMs) ZERATOOLS_RAISES;
+ZERA_TOOLS_FILE_WAIT_FOR_FILE(_In_opt_z_ const char* path, unsigned int timeoutMs) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_WAIT_FOR_FILE, with UTF-16 text.
 /// @ordinal{1006}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_WAIT_FOR_FILE_UC(_In_z_ const wchar_t* path, unsigned int timeoutMs) ZERATOOLS_RAISES;
+ZERA_TOOLS_FILE_WAIT_FOR_FILE_UC(_In_opt_z_ const wchar_t* path, unsigned int timeoutMs) ZERATOOLS_RAISES;
 
 /// Renames or moves a file, in place of one that the new path may name.
 ///
@@ -466,12 +474,13 @@ ZERA_TOOLS_FILE_WAIT_FOR_FILE_UC(_In_z_ const wchar_t* path, unsigned int timeou
 ///         after all of them, or if the file at the new path could not be deleted
 /// @ordinal{7}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_RENAME(_In_z_ const char* oldPath, _In_z_ const char* newPath) ZERATOOLS_RAISES;
+ZERA_TOOLS_FILE_RENAME(_In_opt_z_ const char* oldPath, _In_opt_z_ const char* newPath) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_RENAME, with UTF-16 text.
 /// @ordinal{1007}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_RENAME_UC(_In_z_ const wchar_t* oldPath, _In_z_ const wchar_t* newPath) ZERATOOLS_RAISES;
+ZERA_TOOLS_FILE_RENAME_UC(_In_opt_z_ const wchar_t* oldPath, _In_opt_z_ const wchar_t* newPath)
+ZERATOOLS_RAISES;
 
 /// Gives the time when a file or folder was last modified.
 ///
@@ -483,12 +492,13 @@ ZERA_TOOLS_FILE_RENAME_UC(_In_z_ const wchar_t* oldPath, _In_z_ const wchar_t* n
 ///            `time` is not written then
 /// @ordinal{27}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_GET_TIME_MODIFIED(_In_z_ const char* path, _Out_ __int64* time) ZERATOOLS_RAISES;
+ZERA_TOOLS_FILE_GET_TIME_MODIFIED(_In_opt_z_ const char* path, _Out_opt_ __int64* time) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_GET_TIME_MODIFIED, with UTF-16 text.
 /// @ordinal{1027}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_GET_TIME_MODIFIED_UC(_In_z_ const wchar_t* path, _Out_ __int64* time) ZERATOOLS_RAISES;
+ZERA_TOOLS_FILE_GET_TIME_MODIFIED_UC(_In_opt_z_ const wchar_t* path, _Out_opt_ __int64* time)
+ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
 // Contents of one file
@@ -515,12 +525,12 @@ ZERA_TOOLS_FILE_GET_TIME_MODIFIED_UC(_In_z_ const wchar_t* path, _Out_ __int64* 
 ///            partly written target stays
 /// @ordinal{16}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_COPY(_In_z_ const char* source, _In_z_ const char* target) ZERATOOLS_RAISES;
+ZERA_TOOLS_FILE_COPY(_In_opt_z_ const char* source, _In_opt_z_ const char* target) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_COPY, with UTF-16 text.
 /// @ordinal{1016}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_COPY_UC(_In_z_ const wchar_t* source, _In_z_ const wchar_t* target) ZERATOOLS_RAISES;
+ZERA_TOOLS_FILE_COPY_UC(_In_opt_z_ const wchar_t* source, _In_opt_z_ const wchar_t* target) ZERATOOLS_RAISES;
 
 /// Tells whether two files have the same content.
 ///
@@ -532,23 +542,24 @@ ZERA_TOOLS_FILE_COPY_UC(_In_z_ const wchar_t* source, _In_z_ const wchar_t* targ
 /// @exception CFileException when a read fails; both files are closed
 /// @ordinal{17}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_COMPARE(_In_z_ const char* first, _In_z_ const char* second) ZERATOOLS_RAISES;
+ZERA_TOOLS_FILE_COMPARE(_In_opt_z_ const char* first, _In_opt_z_ const char* second) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_COMPARE, with UTF-16 text.
 /// @ordinal{1017}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_COMPARE_UC(_In_z_ const wchar_t* first, _In_z_ const wchar_t* second) ZERATOOLS_RAISES;
+ZERA_TOOLS_FILE_COMPARE_UC(_In_opt_z_ const wchar_t* first, _In_opt_z_ const wchar_t* second)
+ZERATOOLS_RAISES;
 
 /// Makes an empty file, unless the path exists already.
 ///
 /// @param path      of the file; its folder must exist. What exists, be it a folder, is left as it is.
 /// @return 1 if the path existed or was made, else 0
 /// @ordinal{19}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_CREATE(_In_z_ const char* path) ZERATOOLS_RAISES;
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_CREATE(_In_opt_z_ const char* path) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_CREATE, with UTF-16 text.
 /// @ordinal{1019}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_CREATE_UC(_In_z_ const wchar_t* path) ZERATOOLS_RAISES;
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_CREATE_UC(_In_opt_z_ const wchar_t* path) ZERATOOLS_RAISES;
 
 /// Reads a whole file into a buffer, in one request.
 ///
@@ -564,17 +575,17 @@ ZERATOOLS_API(int) ZERA_TOOLS_FILE_CREATE_UC(_In_z_ const wchar_t* path) ZERATOO
 /// @return 1 when all bytes were read; 0 when not, also when the file became shorter meanwhile
 /// @ordinal{25}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_TO_BUFFER(_In_z_ const char* path,
-                          _Out_writes_bytes_to_(capacity, *count) unsigned char* buffer,
-                          unsigned __int64 capacity, _Out_ unsigned __int64* count)
+ZERA_TOOLS_FILE_TO_BUFFER(_In_opt_z_ const char* path,
+                          _Out_writes_bytes_to_opt_(capacity, *count) unsigned char* buffer,
+                          unsigned __int64 capacity, _Out_opt_ unsigned __int64* count)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_TO_BUFFER, with UTF-16 text.
 /// @ordinal{1025}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_TO_BUFFER_UC(_In_z_ const wchar_t* path,
-                             _Out_writes_bytes_to_(capacity, *count) unsigned char* buffer,
-                             unsigned __int64 capacity, _Out_ unsigned __int64* count)
+ZERA_TOOLS_FILE_TO_BUFFER_UC(_In_opt_z_ const wchar_t* path,
+                             _Out_writes_bytes_to_opt_(capacity, *count) unsigned char* buffer,
+                             unsigned __int64 capacity, _Out_opt_ unsigned __int64* count)
 ZERATOOLS_RAISES;
 
 /// Writes a buffer as a file, in one request. The file is made, or emptied first if it exists; nobody else
@@ -588,15 +599,16 @@ ZERATOOLS_RAISES;
 /// @return 1 when written; 0 if the file cannot be opened, or not written in full
 /// @ordinal{26}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_FROM_BUFFER(_In_z_ const char* path, _In_reads_bytes_(count) const unsigned char* buffer,
-                            unsigned __int64 count)
+ZERA_TOOLS_FILE_FROM_BUFFER(_In_opt_z_ const char* path,
+                            _In_reads_bytes_opt_(count) const unsigned char* buffer, unsigned __int64 count)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_FROM_BUFFER, with UTF-16 text.
 /// @ordinal{1026}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_FROM_BUFFER_UC(_In_z_ const wchar_t* path,
-                               _In_reads_bytes_(count) const unsigned char* buffer, unsigned __int64 count)
+ZERA_TOOLS_FILE_FROM_BUFFER_UC(_In_opt_z_ const wchar_t* path,
+                               _In_reads_bytes_opt_(count) const unsigned char* buffer,
+                               unsigned __int64 count)
 ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
@@ -621,11 +633,11 @@ ZERATOOLS_RAISES;
 ///              folder, and so does an empty text.
 /// @return 1 if it can be written, else 0 for whatever reason
 /// @ordinal{31}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_CHECK_WRITE(_In_z_ const char* path) ZERATOOLS_RAISES;
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_CHECK_WRITE(_In_opt_z_ const char* path) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_CHECK_WRITE, with UTF-16 text; a null path gives 0.
 /// @ordinal{1031}
-ZERATOOLS_API(int) ZERA_TOOLS_FILE_CHECK_WRITE_UC(_In_z_ const wchar_t* path) ZERATOOLS_RAISES;
+ZERATOOLS_API(int) ZERA_TOOLS_FILE_CHECK_WRITE_UC(_In_opt_z_ const wchar_t* path) ZERATOOLS_RAISES;
 
 /// Gives the space on a drive that is free to the caller.
 ///
@@ -652,7 +664,8 @@ ZERATOOLS_API(float) ZERA_TOOLS_FILE_GET_FREEDISK_GB_UC(wchar_t driveLetter) ZER
 ///         invalid parameter here.
 /// @ordinal{34}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_GET_VERSION(_In_z_ const char* path, _Out_writes_z_(capacity) char* version, size_t capacity)
+ZERA_TOOLS_FILE_GET_VERSION(_In_opt_z_ const char* path, _Out_writes_opt_z_(capacity) char* version,
+                            size_t capacity)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_GET_VERSION, with UTF-16 text; a buffer that is too small or null is an invalid
@@ -664,7 +677,7 @@ ZERATOOLS_RAISES;
 /// @return 1 if the module has a version, else 0
 /// @ordinal{1034}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_GET_VERSION_UC(_In_z_ const wchar_t* path, _Out_writes_z_(capacity) wchar_t* version,
+ZERA_TOOLS_FILE_GET_VERSION_UC(_In_opt_z_ const wchar_t* path, _Out_writes_z_(capacity) wchar_t* version,
                                size_t capacity)
 ZERATOOLS_RAISES;
 
@@ -703,12 +716,13 @@ ZERATOOLS_RAISES;
 ///         that cannot be removed.
 /// @ordinal{3}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_DELETE_ALL(_In_z_ const char* startPath, _In_z_ const char* filter) ZERATOOLS_RAISES;
+ZERA_TOOLS_FILE_DELETE_ALL(_In_opt_z_ const char* startPath, _In_opt_z_ const char* filter) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_DELETE_ALL, with UTF-16 text.
 /// @ordinal{1003}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_DELETE_ALL_UC(_In_z_ const wchar_t* startPath, _In_z_ const wchar_t* filter) ZERATOOLS_RAISES;
+ZERA_TOOLS_FILE_DELETE_ALL_UC(_In_opt_z_ const wchar_t* startPath, _In_opt_z_ const wchar_t* filter)
+ZERATOOLS_RAISES;
 
 /// Deletes the files of a directory tree that have an extension and were created long enough ago, and the
 /// directories that are empty then and were created long enough ago.
@@ -727,14 +741,14 @@ ZERA_TOOLS_FILE_DELETE_ALL_UC(_In_z_ const wchar_t* startPath, _In_z_ const wcha
 ///         whose age cannot be taken is no failure.
 /// @ordinal{8}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_DELETE_ALL_OLD(_In_z_ const char* startPath, _In_z_ const char* filter,
+ZERA_TOOLS_FILE_DELETE_ALL_OLD(_In_opt_z_ const char* startPath, _In_opt_z_ const char* filter,
                                unsigned int ageSeconds)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_DELETE_ALL_OLD, with UTF-16 text.
 /// @ordinal{1008}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_DELETE_ALL_OLD_UC(_In_z_ const wchar_t* startPath, _In_z_ const wchar_t* filter,
+ZERA_TOOLS_FILE_DELETE_ALL_OLD_UC(_In_opt_z_ const wchar_t* startPath, _In_opt_z_ const wchar_t* filter,
                                   unsigned int ageSeconds)
 ZERATOOLS_RAISES;
 
@@ -748,7 +762,7 @@ ZERATOOLS_RAISES;
 /// @return as #ZERA_TOOLS_FILE_DELETE_ALL_OLD
 /// @ordinal{29}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_DELETE_ALL_OLD_EX(_In_z_ const char* startPath, _In_z_ const char* filter,
+ZERA_TOOLS_FILE_DELETE_ALL_OLD_EX(_In_opt_z_ const char* startPath, _In_opt_z_ const char* filter,
                                   unsigned int ageSeconds)
 ZERATOOLS_RAISES;
 
@@ -764,7 +778,7 @@ ZERATOOLS_RAISES;
 /// @return as #ZERA_TOOLS_FILE_DELETE_ALL_OLD; 1 if the flag was set from the start
 /// @ordinal{1029}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_DELETE_ALL_OLD_EX_UC(_In_z_ const wchar_t* startPath, _In_z_ const wchar_t* filter,
+ZERA_TOOLS_FILE_DELETE_ALL_OLD_EX_UC(_In_opt_z_ const wchar_t* startPath, _In_opt_z_ const wchar_t* filter,
                                      unsigned int ageSeconds, _In_opt_ int* abortFlag)
 ZERATOOLS_RAISES;
 
@@ -785,13 +799,14 @@ ZERATOOLS_RAISES;
 /// @return 1, or 0 if the start path was refused
 /// @ordinal{18}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_COPY_ALL(_In_z_ const char* startPath, _In_z_ const char* destination, unsigned int overwrite)
+ZERA_TOOLS_FILE_COPY_ALL(_In_opt_z_ const char* startPath, _In_opt_z_ const char* destination,
+                         unsigned int overwrite)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_COPY_ALL, with UTF-16 text.
 /// @ordinal{1018}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_COPY_ALL_UC(_In_z_ const wchar_t* startPath, _In_z_ const wchar_t* destination,
+ZERA_TOOLS_FILE_COPY_ALL_UC(_In_opt_z_ const wchar_t* startPath, _In_z_ const wchar_t* destination,
                             unsigned int overwrite)
 ZERATOOLS_RAISES;
 
@@ -819,8 +834,9 @@ ZERATOOLS_RAISES;
 ///                     platform left it, which is empty.
 /// @ordinal{50}
 ZERATOOLS_API(void)
-ZERA_TOOLS_READ_STRING(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
-                       _In_z_ const char* defaultText, _Out_writes_z_(capacity) char* text, size_t capacity)
+ZERA_TOOLS_READ_STRING(_In_opt_z_ const char* section, _In_opt_z_ const char* key, _In_z_ const char* file,
+                       _In_opt_z_ const char* defaultText, _Out_writes_z_(capacity) char* text,
+                       size_t capacity)
 ZERATOOLS_RAISES;
 
 /// Reads a UTF-16 text, with the characters that the file's code page cannot carry.
@@ -841,8 +857,8 @@ ZERATOOLS_RAISES;
 ///                     empty.
 /// @ordinal{1050}
 ZERATOOLS_API(void)
-ZERA_TOOLS_READ_STRING_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
-                          _In_z_ const wchar_t* file, _In_z_ const wchar_t* defaultText,
+ZERA_TOOLS_READ_STRING_UC(_In_opt_z_ const wchar_t* section, _In_opt_z_ const wchar_t* key,
+                          _In_z_ const wchar_t* file, _In_opt_z_ const wchar_t* defaultText,
                           _Out_writes_z_(capacity) wchar_t* text, size_t capacity)
 ZERATOOLS_RAISES;
 
@@ -857,15 +873,15 @@ ZERATOOLS_RAISES;
 /// @return the value, clamped; text without a number counts as 0, which is then clamped
 /// @ordinal{51}
 ZERATOOLS_API(int)
-ZERA_TOOLS_READ_INT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
+ZERA_TOOLS_READ_INT(_In_opt_z_ const char* section, _In_opt_z_ const char* key, _In_z_ const char* file,
                     int defaultValue, int minimum, int maximum)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_READ_INT, with UTF-16 text.
 /// @ordinal{1051}
 ZERATOOLS_API(int)
-ZERA_TOOLS_READ_INT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
-                       int defaultValue, int minimum, int maximum)
+ZERA_TOOLS_READ_INT_UC(_In_opt_z_ const wchar_t* section, _In_opt_z_ const wchar_t* key,
+                       _In_z_ const wchar_t* file, int defaultValue, int minimum, int maximum)
 ZERATOOLS_RAISES;
 
 /// Reads an unsigned number.
@@ -880,15 +896,16 @@ ZERATOOLS_RAISES;
 ///         Decimal only. A minus sign wraps: "-1" is 4294967295 before clamping.
 /// @ordinal{52}
 ZERATOOLS_API(unsigned int)
-ZERA_TOOLS_READ_UINT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
+ZERA_TOOLS_READ_UINT(_In_opt_z_ const char* section, _In_opt_z_ const char* key, _In_z_ const char* file,
                      unsigned int defaultValue, unsigned int minimum, unsigned int maximum)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_READ_UINT, with UTF-16 text.
 /// @ordinal{1052}
 ZERATOOLS_API(unsigned int)
-ZERA_TOOLS_READ_UINT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
-                        unsigned int defaultValue, unsigned int minimum, unsigned int maximum)
+ZERA_TOOLS_READ_UINT_UC(_In_opt_z_ const wchar_t* section, _In_opt_z_ const wchar_t* key,
+                        _In_z_ const wchar_t* file, unsigned int defaultValue, unsigned int minimum,
+                        unsigned int maximum)
 ZERATOOLS_RAISES;
 
 /// Reads an unsigned 16-bit number.
@@ -903,15 +920,15 @@ ZERATOOLS_RAISES;
 ///         Read and clamped as 32 bits: "65536" gives `maximum`, and so does "-1".
 /// @ordinal{58}
 ZERATOOLS_API(WORD)
-ZERA_TOOLS_READ_WORD(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
+ZERA_TOOLS_READ_WORD(_In_opt_z_ const char* section, _In_opt_z_ const char* key, _In_z_ const char* file,
                      WORD defaultValue, WORD minimum, WORD maximum)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_READ_WORD, with UTF-16 text.
 /// @ordinal{1058}
 ZERATOOLS_API(WORD)
-ZERA_TOOLS_READ_WORD_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
-                        WORD defaultValue, WORD minimum, WORD maximum)
+ZERA_TOOLS_READ_WORD_UC(_In_opt_z_ const wchar_t* section, _In_opt_z_ const wchar_t* key,
+                        _In_z_ const wchar_t* file, WORD defaultValue, WORD minimum, WORD maximum)
 ZERATOOLS_RAISES;
 
 /// Reads a floating-point number.
@@ -931,14 +948,14 @@ ZERATOOLS_RAISES;
 /// whatever they read, write or format, can leave the whole process with English numbers.
 /// @ordinal{53}
 ZERATOOLS_API(double)
-ZERA_TOOLS_READ_DOUBLE(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
+ZERA_TOOLS_READ_DOUBLE(_In_opt_z_ const char* section, _In_opt_z_ const char* key, _In_z_ const char* file,
                        double defaultValue, double minimum, double maximum)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_READ_DOUBLE, with UTF-16 text.
 /// @ordinal{1053}
 ZERATOOLS_API(double)
-ZERA_TOOLS_READ_DOUBLE_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
+ZERA_TOOLS_READ_DOUBLE_UC(_In_opt_z_ const wchar_t* section, _In_opt_z_ const wchar_t* key,
                           _In_z_ const wchar_t* file, double defaultValue, double minimum, double maximum)
 ZERATOOLS_RAISES;
 
@@ -956,15 +973,15 @@ ZERATOOLS_RAISES;
 /// KEPT FOR HOSTS: the plain variant alone converts its names from the ANSI code page to UTF-16.
 /// @ordinal{54}
 ZERATOOLS_API(float)
-ZERA_TOOLS_READ_FLOAT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
+ZERA_TOOLS_READ_FLOAT(_In_opt_z_ const char* section, _In_opt_z_ const char* key, _In_opt_z_ const char* file,
                       float defaultValue, float minimum, float maximum)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_READ_FLOAT, with UTF-16 text.
 /// @ordinal{1054}
 ZERATOOLS_API(float)
-ZERA_TOOLS_READ_FLOAT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
-                         float defaultValue, float minimum, float maximum)
+ZERA_TOOLS_READ_FLOAT_UC(_In_opt_z_ const wchar_t* section, _In_opt_z_ const wchar_t* key,
+                         _In_z_ const wchar_t* file, float defaultValue, float minimum, float maximum)
 ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
@@ -982,7 +999,7 @@ ZERATOOLS_RAISES;
 /// The key alone is written. Companions stay, so #ZERA_TOOLS_READ_STRING_UC may still give an older text.
 /// @ordinal{60}
 ZERATOOLS_API(int)
-ZERA_TOOLS_WRITE_STRING(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
+ZERA_TOOLS_WRITE_STRING(_In_opt_z_ const char* section, _In_opt_z_ const char* key, _In_z_ const char* file,
                         _In_opt_z_ const char* value)
 ZERATOOLS_RAISES;
 
@@ -1004,7 +1021,7 @@ ZERATOOLS_RAISES;
 /// @return 1, even when nothing could be written
 /// @ordinal{1060}
 ZERATOOLS_API(int)
-ZERA_TOOLS_WRITE_STRING_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
+ZERA_TOOLS_WRITE_STRING_UC(_In_opt_z_ const wchar_t* section, _In_opt_z_ const wchar_t* key,
                            _In_z_ const wchar_t* file, _In_opt_z_ const wchar_t* value)
 ZERATOOLS_RAISES;
 
@@ -1017,14 +1034,15 @@ ZERATOOLS_RAISES;
 /// @return the platform's answer: not 0 if the value was written
 /// @ordinal{61}
 ZERATOOLS_API(int)
-ZERA_TOOLS_WRITE_INT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file, int value)
+ZERA_TOOLS_WRITE_INT(_In_opt_z_ const char* section, _In_opt_z_ const char* key, _In_z_ const char* file,
+                     int value)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_WRITE_INT, with UTF-16 text.
 /// @ordinal{1061}
 ZERATOOLS_API(int)
-ZERA_TOOLS_WRITE_INT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
-                        int value)
+ZERA_TOOLS_WRITE_INT_UC(_In_opt_z_ const wchar_t* section, _In_opt_z_ const wchar_t* key,
+                        _In_z_ const wchar_t* file, int value)
 ZERATOOLS_RAISES;
 
 /// Writes an unsigned number as decimal text.
@@ -1036,15 +1054,15 @@ ZERATOOLS_RAISES;
 /// @return the platform's answer: not 0 if the value was written
 /// @ordinal{62}
 ZERATOOLS_API(int)
-ZERA_TOOLS_WRITE_UINT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
+ZERA_TOOLS_WRITE_UINT(_In_opt_z_ const char* section, _In_opt_z_ const char* key, _In_z_ const char* file,
                       unsigned int value)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_WRITE_UINT, with UTF-16 text.
 /// @ordinal{1062}
 ZERATOOLS_API(int)
-ZERA_TOOLS_WRITE_UINT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
-                         unsigned int value)
+ZERA_TOOLS_WRITE_UINT_UC(_In_opt_z_ const wchar_t* section, _In_opt_z_ const wchar_t* key,
+                         _In_z_ const wchar_t* file, unsigned int value)
 ZERATOOLS_RAISES;
 
 /// Writes an unsigned 16-bit number as decimal text.
@@ -1056,14 +1074,15 @@ ZERATOOLS_RAISES;
 /// @return the platform's answer: not 0 if the value was written
 /// @ordinal{65}
 ZERATOOLS_API(int)
-ZERA_TOOLS_WRITE_WORD(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file, WORD value)
+ZERA_TOOLS_WRITE_WORD(_In_opt_z_ const char* section, _In_opt_z_ const char* key, _In_z_ const char* file,
+                      WORD value)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_WRITE_WORD, with UTF-16 text.
 /// @ordinal{1065}
 ZERATOOLS_API(int)
-ZERA_TOOLS_WRITE_WORD_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key, _In_z_ const wchar_t* file,
-                         WORD value)
+ZERA_TOOLS_WRITE_WORD_UC(_In_opt_z_ const wchar_t* section, _In_opt_z_ const wchar_t* key,
+                         _In_z_ const wchar_t* file, WORD value)
 ZERATOOLS_RAISES;
 
 /// Writes a floating-point number with ten decimals and a point, under every locale.
@@ -1080,14 +1099,14 @@ ZERATOOLS_RAISES;
 /// Threads: as #ZERA_TOOLS_READ_DOUBLE.
 /// @ordinal{63}
 ZERATOOLS_API(int)
-ZERA_TOOLS_WRITE_DOUBLE(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
-                        double value)
+ZERA_TOOLS_WRITE_DOUBLE(_In_opt_z_ const char* section, _In_opt_z_ const char* key,
+                        _In_opt_z_ const char* file, double value)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_WRITE_DOUBLE, with UTF-16 text.
 /// @ordinal{1063}
 ZERATOOLS_API(int)
-ZERA_TOOLS_WRITE_DOUBLE_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
+ZERA_TOOLS_WRITE_DOUBLE_UC(_In_opt_z_ const wchar_t* section, _In_opt_z_ const wchar_t* key,
                            _In_z_ const wchar_t* file, double value)
 ZERATOOLS_RAISES;
 
@@ -1100,14 +1119,14 @@ ZERATOOLS_RAISES;
 /// @return the platform's answer: not 0 if the value was written
 /// @ordinal{64}
 ZERATOOLS_API(int)
-ZERA_TOOLS_WRITE_FLOAT(_In_z_ const char* section, _In_z_ const char* key, _In_z_ const char* file,
-                       float value)
+ZERA_TOOLS_WRITE_FLOAT(_In_opt_z_ const char* section, _In_opt_z_ const char* key,
+                       _In_opt_z_ const char* file, float value)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_WRITE_FLOAT, with UTF-16 text.
 /// @ordinal{1064}
 ZERATOOLS_API(int)
-ZERA_TOOLS_WRITE_FLOAT_UC(_In_z_ const wchar_t* section, _In_z_ const wchar_t* key,
+ZERA_TOOLS_WRITE_FLOAT_UC(_In_opt_z_ const wchar_t* section, _In_opt_z_ const wchar_t* key,
                           _In_z_ const wchar_t* file, float value)
 ZERATOOLS_RAISES;
 
@@ -1126,14 +1145,14 @@ ZERATOOLS_RAISES;
 /// @return 1 if the line and its terminator fitted and were written, 0 with nothing written otherwise
 /// @ordinal{80}
 ZERATOOLS_API(int)
-ZERA_TOOLS_BUFWRITE_SECTION(_In_z_ const char* section, _Out_writes_z_(free) char* position, size_t free,
+ZERA_TOOLS_BUFWRITE_SECTION(_In_opt_z_ const char* section, _Out_writes_z_(free) char* position, size_t free,
                             _Out_ size_t* count)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_BUFWRITE_SECTION, with UTF-16 text.
 /// @ordinal{1080}
 ZERATOOLS_API(int)
-ZERA_TOOLS_BUFWRITE_SECTION_UC(_In_z_ const wchar_t* section, _Out_writes_z_(free) wchar_t* position,
+ZERA_TOOLS_BUFWRITE_SECTION_UC(_In_opt_z_ const wchar_t* section, _Out_writes_z_(free) wchar_t* position,
                                size_t free, _Out_ size_t* count)
 ZERATOOLS_RAISES;
 
@@ -1147,8 +1166,8 @@ ZERATOOLS_RAISES;
 /// @return 1 if the line and its terminator fitted and were written, 0 with nothing written otherwise
 /// @ordinal{81}
 ZERATOOLS_API(int)
-ZERA_TOOLS_BUFWRITE_STRING(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
-                           _In_z_ const char* value, _Out_ size_t* count)
+ZERA_TOOLS_BUFWRITE_STRING(_In_opt_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
+                           _In_opt_z_ const char* value, _Out_ size_t* count)
 ZERATOOLS_RAISES;
 
 /// Puts the line of a UTF-16 text, "key=text" and a line feed, and behind it, if there is a character outside
@@ -1167,8 +1186,8 @@ ZERATOOLS_RAISES;
 /// result are those of success. Leave room for one more character.
 /// @ordinal{1081}
 ZERATOOLS_API(int)
-ZERA_TOOLS_BUFWRITE_STRING_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
-                              _In_z_ const wchar_t* value, _Out_ size_t* count)
+ZERA_TOOLS_BUFWRITE_STRING_UC(_In_opt_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position,
+                              size_t free, _In_opt_z_ const wchar_t* value, _Out_ size_t* count)
 ZERATOOLS_RAISES;
 
 /// Puts the line of a signed number, "key=number" and a line feed.
@@ -1182,14 +1201,14 @@ ZERATOOLS_RAISES;
 /// @return 1 if the line and its terminator fitted and were written, 0 with nothing written otherwise
 /// @ordinal{82}
 ZERATOOLS_API(int)
-ZERA_TOOLS_BUFWRITE_INT(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free, int value,
-                        _Inout_ size_t* count)
+ZERA_TOOLS_BUFWRITE_INT(_In_opt_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
+                        int value, _Inout_ size_t* count)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_BUFWRITE_INT, with UTF-16 text.
 /// @ordinal{1082}
 ZERATOOLS_API(int)
-ZERA_TOOLS_BUFWRITE_INT_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
+ZERA_TOOLS_BUFWRITE_INT_UC(_In_opt_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
                            int value, _Inout_ size_t* count)
 ZERATOOLS_RAISES;
 
@@ -1204,15 +1223,15 @@ ZERATOOLS_RAISES;
 /// @return 1 if the line and its terminator fitted and were written, 0 with nothing written otherwise
 /// @ordinal{83}
 ZERATOOLS_API(int)
-ZERA_TOOLS_BUFWRITE_UINT(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
+ZERA_TOOLS_BUFWRITE_UINT(_In_opt_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
                          unsigned int value, _Inout_ size_t* count)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_BUFWRITE_UINT, with UTF-16 text.
 /// @ordinal{1083}
 ZERATOOLS_API(int)
-ZERA_TOOLS_BUFWRITE_UINT_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
-                            unsigned int value, _Inout_ size_t* count)
+ZERA_TOOLS_BUFWRITE_UINT_UC(_In_opt_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position,
+                            size_t free, unsigned int value, _Inout_ size_t* count)
 ZERATOOLS_RAISES;
 
 /// Puts the line of a floating-point number with ten decimals and a point, and a line feed.
@@ -1228,15 +1247,15 @@ ZERATOOLS_RAISES;
 /// Threads: as #ZERA_TOOLS_READ_DOUBLE.
 /// @ordinal{84}
 ZERATOOLS_API(int)
-ZERA_TOOLS_BUFWRITE_DOUBLE(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
+ZERA_TOOLS_BUFWRITE_DOUBLE(_In_opt_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
                            double value, _Inout_ size_t* count)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_BUFWRITE_DOUBLE, with UTF-16 text.
 /// @ordinal{1084}
 ZERATOOLS_API(int)
-ZERA_TOOLS_BUFWRITE_DOUBLE_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
-                              double value, _Inout_ size_t* count)
+ZERA_TOOLS_BUFWRITE_DOUBLE_UC(_In_opt_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position,
+                              size_t free, double value, _Inout_ size_t* count)
 ZERATOOLS_RAISES;
 
 /// Puts the line of a floating-point number, as #ZERA_TOOLS_BUFWRITE_DOUBLE does.
@@ -1250,15 +1269,15 @@ ZERATOOLS_RAISES;
 /// @return 1 if the line and its terminator fitted and were written, 0 with nothing written otherwise
 /// @ordinal{85}
 ZERATOOLS_API(int)
-ZERA_TOOLS_BUFWRITE_FLOAT(_In_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
+ZERA_TOOLS_BUFWRITE_FLOAT(_In_opt_z_ const char* key, _Out_writes_z_(free) char* position, size_t free,
                           float value, _Inout_ size_t* count)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_BUFWRITE_FLOAT, with UTF-16 text.
 /// @ordinal{1085}
 ZERATOOLS_API(int)
-ZERA_TOOLS_BUFWRITE_FLOAT_UC(_In_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position, size_t free,
-                             float value, _Inout_ size_t* count)
+ZERA_TOOLS_BUFWRITE_FLOAT_UC(_In_opt_z_ const wchar_t* key, _Out_writes_z_(free) wchar_t* position,
+                             size_t free, float value, _Inout_ size_t* count)
 ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
@@ -1310,7 +1329,7 @@ ZERATOOLS_API(double) ZERA_TOOLS_ROUND_DOUBLE(double value, int decimals) ZERATO
 ///                  #ZERA_TOOLS_GETNUM_APPRUNNING
 /// @return 1, whether there was such a process and whether it could be ended or not
 /// @ordinal{90}
-ZERATOOLS_API(int) ZERA_TOOLS_KILLPROCESS(_In_z_ const char* fileName) ZERATOOLS_RAISES;
+ZERATOOLS_API(int) ZERA_TOOLS_KILLPROCESS(_In_opt_z_ const char* fileName) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_KILLPROCESS, with UTF-16 text.
 /// @ordinal{1090}
@@ -1322,7 +1341,7 @@ ZERATOOLS_API(int) ZERA_TOOLS_KILLPROCESS_UC(_In_z_ const wchar_t* fileName) ZER
 /// @return how many processes of that file name have a module of that path; 0 also for a path without a
 ///         backslash and when the system gives no list
 /// @ordinal{91}
-ZERATOOLS_API(unsigned int) ZERA_TOOLS_GETNUM_APPRUNNING(_In_z_ const char* path) ZERATOOLS_RAISES;
+ZERATOOLS_API(unsigned int) ZERA_TOOLS_GETNUM_APPRUNNING(_In_opt_z_ const char* path) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_GETNUM_APPRUNNING, with UTF-16 text.
 /// @ordinal{1091}
@@ -1351,7 +1370,7 @@ ZERATOOLS_API(void*) ZERA_TOOLS_SAFE_NEW(unsigned int size) ZERATOOLS_RAISES;
 ///         blanks in front or behind included
 /// @ordinal{202}
 ZERATOOLS_API(int)
-ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_MBC(_In_z_ const char* settingsFile) ZERATOOLS_RAISES;
+ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_MBC(_In_opt_z_ const char* settingsFile) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_MBC, with UTF-16 text.
 /// @ordinal{203}
@@ -1365,7 +1384,7 @@ ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_UC(_In_z_ const wchar_t* settingsFile) 
 /// @return 1, always: whether the file could be written is not reported
 /// @ordinal{205}
 ZERATOOLS_API(int)
-ZERA_TOOLS_APPLICATION_SAVE_LANGUAGE_MBC(int language, _In_z_ const char* settingsFile) ZERATOOLS_RAISES;
+ZERA_TOOLS_APPLICATION_SAVE_LANGUAGE_MBC(int language, _In_opt_z_ const char* settingsFile) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_APPLICATION_SAVE_LANGUAGE_MBC, with UTF-16 text.
 /// @ordinal{206}
@@ -1409,7 +1428,7 @@ ZERA_TOOLS_APPLICATION_LOAD_LANGUAGE_DLL(_In_opt_ HMODULE module, unsigned int l
 /// @exception CInvalidArgException for any count but 0, negative ones too
 /// @ordinal{71}
 ZERATOOLS_API(int)
-ZERA_TOOLS_ENC(_In_z_ const char* passPhrase, const BYTE* plain, int count,
+ZERA_TOOLS_ENC(_In_opt_z_ const char* passPhrase, _In_reads_bytes_opt_(count) const BYTE* plain, int count,
                _Out_writes_z_(capacity) char* text, UINT capacity, BOOL hex)
 ZERATOOLS_RAISES;
 
@@ -1425,11 +1444,11 @@ ZERATOOLS_RAISES;
 ///         platform's service fails
 /// @ordinal{72}
 ZERATOOLS_API(int)
-ZERA_TOOLS_DEC(_In_z_ const char* passPhrase, _In_z_ const char* text, UINT hex,
+ZERA_TOOLS_DEC(_In_opt_z_ const char* passPhrase, _In_opt_z_ const char* text, UINT hex,
                _Out_writes_bytes_(capacity) BYTE* plain, UINT capacity)
 ZERATOOLS_RAISES;
 
-#if defined(__cplusplus)
+#if defined(__cplusplus) && !defined(ZERATOOLS_OLD_LANGUAGE)
 
 // --------------------------------------------------------------------------------------------------
 // Exports that take or give framework objects (C++ only): conversions
@@ -1446,7 +1465,7 @@ ZERATOOLS_RAISES;
 /// @param text         UTF-16 text; null counts as empty
 /// @param result       receives the converted text
 /// @ordinal{110}
-ZERATOOLS_API(void) ZERA_TOOLS_UC_TO_MBC(_In_z_ const wchar_t* text, CStringA& result) ZERATOOLS_RAISES;
+ZERATOOLS_API(void) ZERA_TOOLS_UC_TO_MBC(_In_opt_z_ const wchar_t* text, CStringA& result) ZERATOOLS_RAISES;
 
 /// Brings the degree and the micro sign of Latin-1 text to the ANSI code page; other bytes stay as they are.
 ///
@@ -1454,7 +1473,7 @@ ZERATOOLS_API(void) ZERA_TOOLS_UC_TO_MBC(_In_z_ const wchar_t* text, CStringA& r
 /// @param result       receives the text. The signs, bytes 0xB0 and 0xB5, are written as by
 ///                     #ZERA_TOOLS_UC_TO_MBC, but the degree sign in 874 as "deg".
 /// @ordinal{111}
-ZERATOOLS_API(void) ZERA_TOOLS_CHAR8_TO_MBC(_In_z_ const char* text, CStringA& result) ZERATOOLS_RAISES;
+ZERATOOLS_API(void) ZERA_TOOLS_CHAR8_TO_MBC(_In_opt_z_ const char* text, CStringA& result) ZERATOOLS_RAISES;
 
 /// Converts text in the ANSI code page to UTF-16, byte by byte, but keeps the degree and the micro sign.
 ///
@@ -1463,14 +1482,15 @@ ZERATOOLS_API(void) ZERA_TOOLS_CHAR8_TO_MBC(_In_z_ const char* text, CStringA& r
 /// @param text         ANSI text in which bytes 0xB0 and 0xB5 mean the two signs; null counts as empty
 /// @param result       receives the converted text, U+00B0 and U+00B5 for the signs
 /// @ordinal{112}
-ZERATOOLS_API(void) ZERA_TOOLS_CHAR8_TO_UC(_In_z_ const char* text, CStringW& result) ZERATOOLS_RAISES;
+ZERATOOLS_API(void) ZERA_TOOLS_CHAR8_TO_UC(_In_opt_z_ const char* text, CStringW& result) ZERATOOLS_RAISES;
 
 /// Converts text in the ANSI code page to UTF-8.
 ///
 /// @param text         ANSI text; null counts as empty; may be that of `result`
 /// @param result       receives the UTF-8 bytes
 /// @ordinal{113}
-ZERATOOLS_API(void) ZERA_TOOLS_STRING_MBC_TO_UTF8(_In_z_ const char* text, CStringA& result) ZERATOOLS_RAISES;
+ZERATOOLS_API(void)
+ZERA_TOOLS_STRING_MBC_TO_UTF8(_In_opt_z_ const char* text, CStringA& result) ZERATOOLS_RAISES;
 
 /// Converts UTF-16 text to UTF-8.
 ///
@@ -1478,21 +1498,23 @@ ZERATOOLS_API(void) ZERA_TOOLS_STRING_MBC_TO_UTF8(_In_z_ const char* text, CStri
 /// @param result       receives the UTF-8 bytes
 /// @ordinal{114}
 ZERATOOLS_API(void)
-ZERA_TOOLS_STRING_UC_TO_UTF8(_In_z_ const wchar_t* text, CStringA& result) ZERATOOLS_RAISES;
+ZERA_TOOLS_STRING_UC_TO_UTF8(_In_opt_z_ const wchar_t* text, CStringA& result) ZERATOOLS_RAISES;
 
 /// Converts UTF-8 to text in the ANSI code page.
 ///
 /// @param text         UTF-8 bytes; null counts as empty; may be that of `result`
 /// @param result       receives the ANSI text; what the code page has not becomes its replacement character
 /// @ordinal{115}
-ZERATOOLS_API(void) ZERA_TOOLS_STRING_UTF8_TO_MBC(_In_z_ const char* text, CStringA& result) ZERATOOLS_RAISES;
+ZERATOOLS_API(void)
+ZERA_TOOLS_STRING_UTF8_TO_MBC(_In_opt_z_ const char* text, CStringA& result) ZERATOOLS_RAISES;
 
 /// Converts UTF-8 to UTF-16 text.
 ///
 /// @param text         UTF-8 bytes; null counts as empty; invalid ones become U+FFFD
 /// @param result       receives the UTF-16 text
 /// @ordinal{116}
-ZERATOOLS_API(void) ZERA_TOOLS_STRING_UTF8_TO_UC(_In_z_ const char* text, CStringW& result) ZERATOOLS_RAISES;
+ZERATOOLS_API(void)
+ZERA_TOOLS_STRING_UTF8_TO_UC(_In_opt_z_ const char* text, CStringW& result) ZERATOOLS_RAISES;
 
 /// Writes each code unit of a UTF-16 text as a hexadecimal number: "Hi" gives "48 69".
 ///
@@ -1500,7 +1522,7 @@ ZERATOOLS_API(void) ZERA_TOOLS_STRING_UTF8_TO_UC(_In_z_ const char* text, CStrin
 /// @param result       receives upper-case numbers without leading zeros, a single blank between them
 /// @ordinal{117}
 ZERATOOLS_API(void)
-ZERA_TOOLS_STRING_UC_TO_HEX(_In_z_ const wchar_t* text, CStringW& result) ZERATOOLS_RAISES;
+ZERA_TOOLS_STRING_UC_TO_HEX(_In_opt_z_ const wchar_t* text, CStringW& result) ZERATOOLS_RAISES;
 
 /// Puts a UTF-16 text together from hexadecimal numbers, the inverse of #ZERA_TOOLS_STRING_UC_TO_HEX.
 ///
@@ -1509,7 +1531,7 @@ ZERA_TOOLS_STRING_UC_TO_HEX(_In_z_ const wchar_t* text, CStringW& result) ZERATO
 /// @param result       receives one code unit for each piece: the low 16 bits of its number, a NUL for none
 /// @ordinal{118}
 ZERATOOLS_API(void)
-ZERA_TOOLS_STRING_HEX_TO_UC(_In_z_ const wchar_t* text, CStringW& result) ZERATOOLS_RAISES;
+ZERA_TOOLS_STRING_HEX_TO_UC(_In_opt_z_ const wchar_t* text, CStringW& result) ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
 // Encryption
@@ -1561,7 +1583,7 @@ ZERATOOLS_RAISES;
 /// @exception CInvalidArgException for a pass phrase with a negative size, or with a size and no data
 /// @ordinal{1072}
 ZERATOOLS_API(int)
-ZERA_TOOLS_DEC_UC(const CArray<BYTE, const BYTE&>& passPhrase, _In_z_ const wchar_t* text, BOOL hex,
+ZERA_TOOLS_DEC_UC(const CArray<BYTE, const BYTE&>& passPhrase, _In_opt_z_ const wchar_t* text, BOOL hex,
                   CArray<BYTE, const BYTE&>& plain)
 ZERATOOLS_RAISES;
 
@@ -1574,13 +1596,13 @@ ZERATOOLS_RAISES;
 /// @return the length of the whole cipher text, twice that of the text, not of what was given; -1 for failure
 /// @ordinal{75}
 ZERATOOLS_API(int)
-ZERA_TOOLS_ENC_STRING_S(_In_z_ const char* passPhrase, const CStringA& plain, CStringA& text)
+ZERA_TOOLS_ENC_STRING_S(_In_opt_z_ const char* passPhrase, const CStringA& plain, CStringA& text)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_ENC_STRING_S, with UTF-16 text: of each character only the low byte is encrypted.
 /// @ordinal{1075}
 ZERATOOLS_API(int)
-ZERA_TOOLS_ENC_STRING_S_UC(_In_z_ const wchar_t* passPhrase, const CStringW& plain, CStringW& text)
+ZERA_TOOLS_ENC_STRING_S_UC(_In_opt_z_ const wchar_t* passPhrase, const CStringW& plain, CStringW& text)
 ZERATOOLS_RAISES;
 
 /// Encrypts a text.
@@ -1591,13 +1613,13 @@ ZERATOOLS_RAISES;
 /// @return the length of the cipher text, twice that of the text; -1 for failure
 /// @ordinal{77}
 ZERATOOLS_API(int)
-ZERA_TOOLS_ENC_STRING_L(_In_z_ const char* passPhrase, const CStringA& plain, CStringA& text)
+ZERA_TOOLS_ENC_STRING_L(_In_opt_z_ const char* passPhrase, const CStringA& plain, CStringA& text)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_ENC_STRING_L, with UTF-16 text: of each character only the low byte is encrypted.
 /// @ordinal{1077}
 ZERATOOLS_API(int)
-ZERA_TOOLS_ENC_STRING_L_UC(_In_z_ const wchar_t* passPhrase, const CStringW& plain, CStringW& text)
+ZERA_TOOLS_ENC_STRING_L_UC(_In_opt_z_ const wchar_t* passPhrase, const CStringW& plain, CStringW& text)
 ZERATOOLS_RAISES;
 
 /// Decrypts a text of at most 99 bytes.
@@ -1609,7 +1631,8 @@ ZERATOOLS_RAISES;
 ///         bytes, 0 if the platform's service fails
 /// @ordinal{76}
 ZERATOOLS_API(int)
-ZERA_TOOLS_DEC_STRING(_In_z_ const char* passPhrase, const CStringA& text, CStringA& plain) ZERATOOLS_RAISES;
+ZERA_TOOLS_DEC_STRING(_In_opt_z_ const char* passPhrase, const CStringA& text, CStringA& plain)
+ZERATOOLS_RAISES;
 
 /// Decrypts a text of any length.
 ///
@@ -1621,7 +1644,8 @@ ZERA_TOOLS_DEC_STRING(_In_z_ const char* passPhrase, const CStringA& text, CStri
 ///         service fails
 /// @ordinal{1076}
 ZERATOOLS_API(int)
-ZERA_TOOLS_DEC_STRING_UC(_In_z_ const wchar_t* passPhrase, _In_z_ const wchar_t* text, CStringW& plain)
+ZERA_TOOLS_DEC_STRING_UC(_In_opt_z_ const wchar_t* passPhrase, _In_opt_z_ const wchar_t* text,
+                         CStringW& plain)
 ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
@@ -1718,7 +1742,8 @@ ZERATOOLS_RAISES;
 /// @return 1 if it was posted, 0 if it was not after 201 attempts
 /// @ordinal{92}
 ZERATOOLS_API(int)
-ZERA_TOOLS_POSTTHREADMESSAGE(CWinThread* thread, UINT message, WPARAM wParam, LPARAM lParam) ZERATOOLS_RAISES;
+ZERA_TOOLS_POSTTHREADMESSAGE(_In_opt_ CWinThread* thread, UINT message, WPARAM wParam, LPARAM lParam)
+ZERATOOLS_RAISES;
 
 #endif  // __cplusplus
 

@@ -24,11 +24,17 @@
 #ifndef _Out_
   #define _Out_
 #endif
+#ifndef _Out_opt_
+  #define _Out_opt_
+#endif
 #ifndef _Inout_
   #define _Inout_
 #endif
 #ifndef _Out_writes_z_
   #define _Out_writes_z_(size)
+#endif
+#ifndef _Out_writes_opt_z_
+  #define _Out_writes_opt_z_(size)
 #endif
 #ifndef _Out_writes_bytes_
   #define _Out_writes_bytes_(size)
@@ -36,11 +42,17 @@
 #ifndef _In_reads_bytes_
   #define _In_reads_bytes_(size)
 #endif
+#ifndef _In_reads_bytes_opt_
+  #define _In_reads_bytes_opt_(size)
+#endif
 #ifndef _Inout_updates_z_
   #define _Inout_updates_z_(size)
 #endif
 #ifndef _Out_writes_bytes_to_
   #define _Out_writes_bytes_to_(size, count)
+#endif
+#ifndef _Out_writes_bytes_to_opt_
+  #define _Out_writes_bytes_to_opt_(size, count)
 #endif
 
 #endif  // ZERATOOLS_ANNOTATIONS_H

@@ -123,12 +123,14 @@ inline HeapStringMgr HeapStringMgr::instance_;
 static_assert(std::is_trivially_destructible_v<HeapStringMgr>, "outlives every string");
 
 /// What a string or array of this header does when memory is exhausted. Inside the library that is the
-/// framework's own exception.
+/// framework's own exception; a host without exceptions ends.
 [[noreturn]] inline void ThrowMemory() {
 #if defined(ZERATOOLS_BUILDING)
   ::AfxThrowMemoryException();
-#else
+#elif defined(__cpp_exceptions) || defined(_CPPUNWIND)
   throw std::bad_alloc();
+#else
+  std::abort();
 #endif
 }
 

@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
 // A C host that uses the header alone.
 #include <ZERATools.h>
+#include <windows.h>
+
+#if ZERATOOLS_VERSION_MAJOR < 1
+  #error "the version cannot be asked for"
+#endif
 
 typedef int(__cdecl* Exist)(const char* path);
 

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 // A C++ host without a framework: the header brings the types, and they do what a host expects of them.
 #include <ZERATools.h>
+#include <windows.h>
 
 #include <type_traits>
 
+static_assert(!noexcept(ZERA_TOOLS_FILE_EXIST("")));
 static_assert(
     std::is_same_v<decltype(ZERA_TOOLS_STRING_UC_TO_UTF8), void __cdecl(const wchar_t*, CStringA&)>);
 static_assert(ZERA_TOOLS_FILE_EXIST_ORDINAL == 1 && ZERA_TOOLS_GETNUM_APPRUNNING_UC_ORDINAL == 1091);
