@@ -91,7 +91,8 @@ try "C++17 of Visual C++" clang++ "${clang_ms[@]}" -std=c++17 -Wno-builtin-macro
   printf '#define %s __attribute__((nonnull))\n' '_Out_writes_z_(size)' '_Out_writes_bytes_(size)' \
     '_Out_writes_bytes_to_(size, count)' '_In_reads_bytes_(size)' '_Inout_updates_z_(size)'
 } >"$work/sal.h"
-nulls=(clang++ "-I$work" "${clang_ms[@]}" -std=c++17 -Wnonnull -Wno-uninitialized -Werror -fsyntax-only "-I$top/include")
+nulls=(clang++ "-I$work" "${clang_ms[@]}" -std=c++17 -Wnonnull -Wno-uninitialized -Werror -fsyntax-only
+  "-I$top/include")
 try "null where it has an answer" "${nulls[@]}" "$here/nulls.cpp"
 for call in 'ZERA_TOOLS_FILE_GET_NAME(nullptr, text, 24)' 'ZERA_TOOLS_FILE_GET_NAME("", nullptr, 24)' \
   'ZERA_TOOLS_FILE_REPLACE_EXT(text, 24, nullptr)' 'ZERA_TOOLS_KILLPROCESS_UC(nullptr)' \

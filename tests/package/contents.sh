@@ -5,7 +5,8 @@
 cd "$package"
 
 for file in bin/ZERATools.dll bin/ZERATools.dll.debug bin/zt.exe examples/zt/main.cpp include/ZERATools.h include/ZERATools/Types.h \
-  include/ZERATools/Annotations.h include/ZERATools/Ordinals.h include/ZERATools/Version.h lib/libZERATools.dll.a lib/ZERATools.lib \
+  include/ZERATools/Annotations.h include/ZERATools/Ordinals.h include/ZERATools/Version.h \
+  lib/libZERATools.dll.a lib/ZERATools.lib \
   lib/ZERATools.def lib/pkgconfig/ZERATools.pc lib/cmake/ZERATools/ZERAToolsConfig.cmake \
   lib/cmake/ZERATools/ZERAToolsConfigVersion.cmake lib/cmake/ZERATools/mingw-ucrt.cmake \
   docs/reference/index.html docs/reference/search/search.js examples/c/main.c examples/cpp/main.cpp \
