@@ -711,9 +711,9 @@ ZERATOOLS_RAISES;
 /// @param filter     the extension: ".log" or "*.log"; ".*" or "*.*" for every file, empty for files
 ///                   without an extension
 /// @return 1 if every matching file is gone, 0 if the start path was refused, a file could not be deleted or
-///         an extension could not be taken (its directory has more than 255 characters). A matching file whose
-///         path has 260 characters or more stays and is no failure: it counts as missing. Nor is a directory
-///         that cannot be removed.
+///         an extension could not be taken (its directory has more than 255 characters). A matching file
+///         whose path has 260 characters or more stays and is no failure: it counts as missing. Nor is a
+///         directory that cannot be removed.
 /// @ordinal{3}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_DELETE_ALL(_In_opt_z_ const char* startPath, _In_opt_z_ const char* filter) ZERATOOLS_RAISES;
