@@ -11,7 +11,7 @@ declare -A groups=(
   [build]="cmake ninja-build g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev"
   [demo]="@build wine wine64"
   [package]="@build doxygen llvm zip"
-  [test]="@demo @package clang googletest libwine-dev lld npm=npm pkgconf unzip"
+  [test]="@demo @package clang googletest libclang-rt-dev libwine-dev lld npm=npm pkgconf unzip"
   [bench]="@demo"
 )
 

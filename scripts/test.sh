@@ -25,6 +25,8 @@ if [ $# -gt 0 ]; then
   while IFS= read -r command; do
     if [[ $command =~ /(bin/[A-Za-z0-9_.-]+\.exe)\" ]]; then
       needed+=("${BASH_REMATCH[1]}")
+    elif [[ $command =~ /fuzz/run\.sh\" ]]; then
+      needed+=(fuzz)
     elif ! [[ $command =~ /(isolation|header)\.sh\  ]]; then
       needed=(all)
       break

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "afx.h"
+#include <afx.h>
 
 CTime::CTime(const FILETIME& time) noexcept {
   // File times count 100-nanosecond steps from 1601; 1970 is 11,644,473,600 seconds later.
