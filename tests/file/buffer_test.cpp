@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Making a file, reading one into a buffer and writing one from a buffer, as a host calls it.
+#include <algorithm>
+
 #include "CallLog.h"
 #include "FileApi.h"
 #include "Sharing.h"

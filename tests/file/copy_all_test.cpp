@@ -2,6 +2,8 @@
 // Copying a tree.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "CallLog.h"
 #include "DirectoryApi.h"
 #include "support/HostException.h"

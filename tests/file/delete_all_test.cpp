@@ -2,6 +2,8 @@
 // Deleting the files of a tree by extension.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "CallLog.h"
 #include "DirectoryApi.h"
 #include "support/ImportHook.h"

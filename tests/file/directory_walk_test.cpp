@@ -2,6 +2,7 @@
 // What the walks of the operations on whole directories have in common.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <random>
 

@@ -3,6 +3,7 @@
 // code page of Japan, where a backslash's value may be half of a character.
 #include <mbctype.h>
 
+#include <algorithm>
 #include <random>
 
 #include "PathApi.h"

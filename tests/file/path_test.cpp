@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The path exports as a host calls them: what each member makes of a path. One table for both character
 // types, and every result in a buffer of just its size, of one less, and of more.
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 

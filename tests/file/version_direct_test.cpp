@@ -4,6 +4,7 @@
 
 #include <afx.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <random>
 #include <utility>

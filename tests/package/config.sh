@@ -31,7 +31,7 @@ else()
   file(WRITE "$work/answer" "not found")
 endif()
 TEXT
-  cmake -S "$work" -B "$work/build" "-DCMAKE_PREFIX_PATH=$package" >"$work/log" 2>&1 || {
+  cmake -G Ninja -S "$work" -B "$work/build" "-DCMAKE_PREFIX_PATH=$package" >"$work/log" 2>&1 || {
     cat "$work/log" >&2
     fail "find_package for $*"
   }

@@ -4,6 +4,7 @@
 
 #include <ZERATools.h>
 
+#include <algorithm>
 #include <charconv>
 #include <climits>
 #include <cmath>
