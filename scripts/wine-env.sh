@@ -14,9 +14,8 @@ export WINEDEBUG=${ZERA_WINEDEBUG:--all}
 export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
 export HOME=$top/build/home XDG_CACHE_HOME=$top/build/home XDG_CONFIG_HOME=$top/build/home
 export XDG_DATA_HOME=$top/build/home
-# Wine's server keeps its socket in a folder for temporary files; Debian's makes a new one there for each prefix.
-export TMPDIR=$top/build/tmp
-mkdir -p "$TMPDIR"
+# Debian 13's Wine ends with "free(): invalid pointer" when this is set.
+unset TMPDIR
 unset DISPLAY WAYLAND_DISPLAY
 # Wine takes the ANSI code page from the locale's name: en_US gives 1252, ja_JP gives 932. With a locale
 # that is not installed it could use no file name beyond ASCII, so a copy of the C library's own UTF-8
@@ -66,4 +65,7 @@ wine_stop() {
   dir=/tmp/.wine-$(id -u)
   rm -rf "$dir/$(stat -c 'server-%D-%i' "$WINEPREFIX" | awk -F- '{printf "%s-%s-%x", $1, $2, $3}')"
   rmdir "$dir" 2>/dev/null || true
+  # Debian 13's Wine makes a folder anew for each prefix and keeps its name there.
+  dir=$(cat "$WINEPREFIX/wineserver" 2>/dev/null || true)
+  if [[ $dir =~ ^wine-[A-Za-z0-9]{6}$ ]]; then rm -rf "/tmp/$dir" "$WINEPREFIX/wineserver"; fi
 }
