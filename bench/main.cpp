@@ -1,0 +1,264 @@
+// SPDX-License-Identifier: MIT
+// The benchmark's measurements as lines of CSV; scripts/bench.sh runs it and makes table and pictures.
+//   zera_bench rows   MODE OUT    every operation once
+//   zera_bench growth MODE OUT    operations from small to large
+//   zera_bench memory MODE OUT    peak memory from small to large
+//   zera_bench only OPERATION SECONDS   the export alone, for a profiler; OPERATION is part of a name
+// MODE is quick, standard or full; OUT a file that lines are added to.
+#include <windows.h>
+
+#include <fcntl.h>
+#include <io.h>
+#include <psapi.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+#include "Harness.h"
+
+namespace bench {
+
+volatile long long sink;
+
+namespace {
+
+Mode mode = Mode::quick;
+std::wstring folder;
+std::FILE* out;
+HMODULE library;
+// For a profiler: the operation that runs alone, and for how long.
+std::string only;
+double onlySeconds;
+
+[[noreturn]] void Fail(const std::string& what) {
+  std::fprintf(stderr, "zera_bench: %s\n", what.c_str());
+  std::exit(125);
+}
+
+struct Times {
+  std::vector<double> all;
+  int calls = 1;
+
+  double Fastest() const { return *std::min_element(all.begin(), all.end()); }
+  double Median() const {
+    std::vector<double> sorted = all;
+    std::nth_element(sorted.begin(), sorted.begin() + static_cast<std::ptrdiff_t>(sorted.size() / 2),
+                     sorted.end());
+    return sorted[sorted.size() / 2];
+  }
+};
+
+// One call warms up and tells how many make a batch.
+int CallsOfABatch(const Way& way, double batch) {
+  double one = way(1);
+  if (one < batch / 50) one = way(50) / 50;
+  return std::clamp(static_cast<int>(batch / std::max(one, 1.0)), 1, 1'000'000);
+}
+
+void Line(const char* family, const std::string& operation, std::size_t size, const std::string& numbers) {
+  std::fprintf(out, "%s,%s,%llu,%s\n", family, operation.c_str(), static_cast<unsigned long long>(size),
+               numbers.c_str());
+  std::fflush(out);
+}
+
+}  // namespace
+
+Mode TheMode() {
+  return mode;
+}
+
+const std::wstring& Folder() {
+  return folder;
+}
+
+std::vector<std::size_t> Sizes(std::size_t first, std::size_t factor, std::size_t quick, std::size_t standard,
+                               std::size_t full) {
+  std::vector<std::size_t> sizes;
+  for (std::size_t size = first; size <= ByMode(quick, standard, full); size *= factor) sizes.push_back(size);
+  return sizes;
+}
+
+FARPROC Address(unsigned ordinal) {
+  const FARPROC address =
+      ::GetProcAddress(library, reinterpret_cast<const char*>(static_cast<ULONG_PTR>(ordinal)));
+  if (!address) Fail("no export of ordinal " + std::to_string(ordinal));
+  return address;
+}
+
+double Nanoseconds() {
+  static const double scale = [] {
+    LARGE_INTEGER frequency;
+    ::QueryPerformanceFrequency(&frequency);
+    return 1e9 / static_cast<double>(frequency.QuadPart);
+  }();
+  LARGE_INTEGER count;
+  ::QueryPerformanceCounter(&count);
+  return static_cast<double>(count.QuadPart) * scale;
+}
+
+void Measure(const char* family, const std::string& operation, std::size_t size, const Way& ours,
+             const Way& bare, const Way& plain) {
+  if (!only.empty()) {
+    if (operation.find(only) == std::string::npos) return;
+    for (double spent = 0; spent < onlySeconds * 1e9;) spent += ours(1);
+    return;
+  }
+  const Way* const ways[] = {&ours, &bare, &plain};
+  const double batch = ByMode(5e4, 1e6, 2e6);
+  // As many turns as the time allows, for slow operations a few.
+  const double budget = ByMode(1e5, 1.5e8, 3e8);
+  const int least = ByMode(2, 5, 7), most = ByMode(2, 60, 100);
+  Times times[3];
+  for (int i = 0; i < 3; ++i) {
+    if (*ways[i]) times[i].calls = CallsOfABatch(*ways[i], batch);
+  }
+  const double start = Nanoseconds();
+  for (int turn = 0; turn < least || (turn < most && Nanoseconds() - start < budget); ++turn) {
+    for (int i = 0; i < 3; ++i) {
+      const int way = (turn + i) % 3;
+      if (!*ways[way]) continue;
+      times[way].all.push_back((*ways[way])(times[way].calls) / times[way].calls);
+    }
+  }
+  std::string numbers = std::to_string(times[0].all.size());
+  for (const Times& one : times) {
+    char text[64] = ",,";
+    if (!one.all.empty()) std::snprintf(text, sizeof text, ",%.2f,%.2f", one.Fastest(), one.Median());
+    numbers += text;
+  }
+  Line(family, operation, size, numbers);
+}
+
+namespace {
+
+void Rows() {
+  Frames();
+  Paths();
+  Files();
+  Contents();
+  Storage();
+  Trees();
+  Settings();
+  Lines();
+  Encryption();
+  Conversions();
+  Processes();
+  Application();
+}
+
+void Growth() {
+  ConversionsGrowth();
+  EncryptionGrowth();
+  ContentsGrowth();
+  SettingsGrowth();
+  LinesGrowth();
+  TreesGrowth();
+}
+
+// The peak belongs to a process, so each size has one of its own.
+void MemoryOf(const char* operation, std::size_t first, std::size_t factor, std::size_t quick,
+              std::size_t standard, std::size_t full) {
+  char self[MAX_PATH];
+  ::GetModuleFileNameA(nullptr, self, MAX_PATH);
+  for (const std::size_t size : Sizes(first, factor, quick, standard, full)) {
+    for (const char* const step : {"make", "do"}) {
+      std::string command = std::string("\"") + self + "\" " + step + " \"" + operation + "\" " +
+                            std::to_string(size) + " " + std::to_string(::GetCurrentProcessId());
+      STARTUPINFOA startup = {};
+      startup.cb = sizeof startup;
+      PROCESS_INFORMATION process;
+      if (!::CreateProcessA(self, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                            &process)) {
+        Fail("no process for " + command);
+      }
+      ::WaitForSingleObject(process.hProcess, INFINITE);
+      DWORD code = 125;
+      ::GetExitCodeProcess(process.hProcess, &code);
+      ::CloseHandle(process.hThread);
+      ::CloseHandle(process.hProcess);
+      if (code >= 0x7FFFFFFF) Fail("failed: " + command);
+      // The exit code of "do" is the growth of the peak, in KiB.
+      if (std::strcmp(step, "do") == 0) Line("Peak memory", operation, size, std::to_string(code));
+    }
+  }
+}
+
+void MemoryGrowth() {
+  constexpr std::size_t kMiB = 1 << 20;
+  MemoryOf("copy a file", kMiB, 4, kMiB, 64 * kMiB, 1024 * kMiB);
+  MemoryOf("compare files", kMiB, 4, kMiB, 64 * kMiB, 1024 * kMiB);
+  MemoryOf("copy a tree", 10, 10, 10, 1'000, 100'000);
+  MemoryOf("delete a tree", 10, 10, 10, 1'000, 100'000);
+}
+
+PROCESS_MEMORY_COUNTERS Counters() {
+  PROCESS_MEMORY_COUNTERS counters = {};
+  counters.cb = sizeof counters;
+  ::K32GetProcessMemoryInfo(::GetCurrentProcess(), &counters, sizeof counters);
+  return counters;
+}
+
+// What the peak of the memory in use, or of the memory promised, grows by; in KiB.
+int PeakOf(const std::string& operation) {
+  DoForMemory(operation, Input::small);
+  const PROCESS_MEMORY_COUNTERS before = Counters();
+  DoForMemory(operation, Input::large);
+  const PROCESS_MEMORY_COUNTERS after = Counters();
+  const std::size_t used = after.PeakWorkingSetSize - before.PeakWorkingSetSize;
+  const std::size_t promised = after.PeakPagefileUsage - before.PeakPagefileUsage;
+  return static_cast<int>(std::max(used, promised) / 1024);
+}
+
+void LoadTheLibrary() {
+  library = ::LoadLibraryW(L"ZERATools.dll");
+  if (!library) Fail("ZERATools.dll cannot be loaded");
+}
+
+void MakeFolder(const std::string& of) {
+  ::CreateDirectoryW(L"X:\\bench", nullptr);
+  folder = L"X:\\bench\\files-" + std::wstring(of.begin(), of.end()) + L"\\";
+  ::CreateDirectoryW(folder.c_str(), nullptr);
+  if (::GetFileAttributesW(folder.c_str()) == INVALID_FILE_ATTRIBUTES) Fail("no folder for the files");
+}
+
+}  // namespace
+}  // namespace bench
+
+int main(int count, char** arguments) {
+  using namespace bench;
+  if (count < 4) Fail("rows|growth|memory MODE OUT, or only OPERATION SECONDS");
+  const std::string command = arguments[1];
+  if (command == "make" || command == "do") {
+    LoadTheLibrary();
+    MakeFolder(arguments[4]);
+    const std::size_t size = std::strtoull(arguments[3], nullptr, 10);
+    if (command == "make") {
+      MakeForMemory(arguments[2], size);
+      return 0;
+    }
+    const int peak = PeakOf(arguments[2]);
+    CleanAfterMemory();
+    return peak;
+  }
+  MakeFolder(std::to_string(::GetCurrentProcessId()));
+  if (command == "only") {
+    only = arguments[2];
+    onlySeconds = std::atof(arguments[3]);
+    LoadTheLibrary();
+    Rows();
+  } else {
+    const std::string how = arguments[2];
+    mode = how == "full" ? Mode::full : how == "standard" ? Mode::standard : Mode::quick;
+    out = std::fopen(arguments[3], "ab");
+    if (!out) Fail(std::string("cannot write ") + arguments[3]);
+    if (command == "rows") Loading();
+    LoadTheLibrary();
+    if (command == "rows") Rows();
+    if (command == "growth") Growth();
+    if (command == "memory") MemoryGrowth();
+    std::fclose(out);
+  }
+  ::RemoveDirectoryW(folder.c_str());
+  return 0;
+}
