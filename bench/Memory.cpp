@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What the operations that stream need of memory.
 #include <filesystem>
+#include <vector>
 
 #include "Bare.h"
 #include "Harness.h"
@@ -43,6 +44,11 @@ void MakeForMemory(const std::string& operation, std::size_t size) {
 void DoForMemory(const std::string& operation, Input input) {
   const std::wstring file = Path(input, L"file"), copy = Path(input, L"copy");
   const std::wstring tree = Path(input, L"tree\\"), to = Path(input, L"copied\\");
+  if (operation == "whole file in a buffer") {
+    std::vector<BYTE> bytes(fs::file_size(file));
+    unsigned long long count = 0;
+    sink = BENCH_EXPORT(ZERA_TOOLS_FILE_TO_BUFFER_UC)(file.c_str(), bytes.data(), bytes.size(), &count);
+  }
   if (operation == "copy a file") sink = BENCH_EXPORT(ZERA_TOOLS_FILE_COPY_UC)(file.c_str(), copy.c_str());
   if (operation == "compare files")
     sink = BENCH_EXPORT(ZERA_TOOLS_FILE_COMPARE_UC)(file.c_str(), copy.c_str());

@@ -12,7 +12,7 @@ declare -A groups=(
   [demo]="@build wine wine64"
   [package]="@build doxygen llvm zip"
   [test]="@demo @package clang googletest libclang-rt-dev libwine-dev lld npm=npm pkgconf unzip"
-  [bench]="@demo"
+  [bench]="@demo gnuplot-nox"
 )
 
 declare -A wanted=()
@@ -39,7 +39,7 @@ done
 declare -A program_of=(
   [cmake]=cmake [ninja-build]=ninja [g++-mingw-w64-x86-64-posix]=x86_64-w64-mingw32-g++ [wine]=wine
   [doxygen]=doxygen [llvm]=llvm-dlltool [zip]=zip [clang]=clang [lld]=lld-link [npm]=npm [pkgconf]=pkg-config
-  [unzip]=unzip
+  [unzip]=unzip [gnuplot-nox]=gnuplot
 )
 debian=
 if command -v apt-get >/dev/null && command -v dpkg-query >/dev/null; then debian=1; fi
