@@ -39,7 +39,7 @@ install(FILES README.md CHANGELOG.md DESTINATION . OPTIONAL)
 # is not made then.
 find_program(ZERA_DOXYGEN NAMES doxygen)
 if(ZERA_DOXYGEN)
-  file(GLOB zera_pages docs/*.md docs/*.xml docs/*.css docs/Doxyfile.in docs/*.awk docs/snippets/*.cpp)
+  file(GLOB zera_pages docs/*.md docs/*.xml docs/*.css docs/Doxyfile.in docs/*.awk docs/snippets/*.cpp docs/images/*.png)
   set(zera_reference "${CMAKE_BINARY_DIR}/reference")
   set(zera_prepare_pages)
   foreach(file IN LISTS zera_pages)
