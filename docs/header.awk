@@ -95,6 +95,10 @@ lines && (declaration != "" || /^ZERATOOLS_API/) {
   declaration = declaration $0 "\n"
   if (!/;/) next
   sub(/[ \n]*ZERATOOLS_RAISES/, "", declaration)
+  gsub(/ZERATOOLS_STRING_W /, "CStringW\\& ", declaration)
+  gsub(/ZERATOOLS_STRING_A /, "CStringA\\& ", declaration)
+  gsub(/ZERATOOLS_BYTES /, "CArray<BYTE, const BYTE\\&>\\& ", declaration)
+  gsub(/ZERATOOLS_THREAD /, "CWinThread* ", declaration)
   match(declaration, /ZERA_TOOLS_[A-Z0-9_]+/)
   name = substr(declaration, RSTART, RLENGTH)
   body = ""
@@ -133,11 +137,9 @@ lines {
   for (i = 1; i <= lines; ++i) print entry[i]
   lines = 0
 }
-/^#if defined\(__cplusplus\)$/ || /^#endif  \/\/ __cplusplus/ {
-  # The split between C and C++ is not one of subjects.
-  if (open && /endif/) {
-    print "/// @}"
-    open = 0
-  }
+# The end of the declarations ends the last group.
+/^#endif  \/\/ ZERATOOLS_OLD_LANGUAGE$/ && open {
+  print "/// @}"
+  open = 0
 }
 { print }

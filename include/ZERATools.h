@@ -25,7 +25,8 @@
 //   catching host deletes. The library's own state is restored before they leave. What a handler of
 //   the host's own raises passes through as it is, std::bad_alloc included.
 //
-// C11 for everything but the exports that take framework objects; C++17 for all.
+// C11 and C++17. Objects are references to the framework's in C++ and pointers to the structures of
+// ZERATools/Structures.h in C, where ZERATools/Objects.h makes, reads and frees them.
 #ifndef ZERATOOLS_H
 #define ZERATOOLS_H
 
@@ -47,6 +48,9 @@
 #if defined(__cplusplus) && !defined(ZERATOOLS_HOST_FRAMEWORK) && !defined(ZERATOOLS_OLD_LANGUAGE)
   #include "ZERATools/Types.h"
 #endif
+#ifndef __cplusplus
+  #include "ZERATools/Structures.h"
+#endif
 
 #include "ZERATools/Annotations.h"
 #include "ZERATools/Ordinals.h"
@@ -64,6 +68,19 @@
   #define ZERATOOLS_RAISES noexcept(false)
 #else
   #define ZERATOOLS_RAISES
+#endif
+
+// The objects that cross: the framework's, or structures of the same layout.
+#ifdef __cplusplus
+  #define ZERATOOLS_STRING_W CStringW&
+  #define ZERATOOLS_STRING_A CStringA&
+  #define ZERATOOLS_BYTES CArray<BYTE, const BYTE&>&
+  #define ZERATOOLS_THREAD CWinThread*
+#else
+  #define ZERATOOLS_STRING_W ZERA_WSTRING*
+  #define ZERATOOLS_STRING_A ZERA_ASTRING*
+  #define ZERATOOLS_BYTES ZERA_BYTES*
+  #define ZERATOOLS_THREAD ZERA_THREAD*
 #endif
 
 #ifdef __cplusplus
@@ -1448,10 +1465,10 @@ ZERA_TOOLS_DEC(_In_opt_z_ const char* passPhrase, _In_opt_z_ const char* text, U
                _Out_writes_bytes_(capacity) BYTE* plain, UINT capacity)
 ZERATOOLS_RAISES;
 
-#if defined(__cplusplus) && !defined(ZERATOOLS_OLD_LANGUAGE)
+#if !defined(ZERATOOLS_OLD_LANGUAGE)
 
 // --------------------------------------------------------------------------------------------------
-// Exports that take or give framework objects (C++ only): conversions
+// Exports that take or give framework objects: conversions
 //
 
 /// Converts UTF-16 text to the ANSI code page, each code unit for itself.
@@ -1465,7 +1482,8 @@ ZERATOOLS_RAISES;
 /// @param text         UTF-16 text; null counts as empty
 /// @param result       receives the converted text
 /// @ordinal{110}
-ZERATOOLS_API(void) ZERA_TOOLS_UC_TO_MBC(_In_opt_z_ const wchar_t* text, CStringA& result) ZERATOOLS_RAISES;
+ZERATOOLS_API(void)
+ZERA_TOOLS_UC_TO_MBC(_In_opt_z_ const wchar_t* text, ZERATOOLS_STRING_A result) ZERATOOLS_RAISES;
 
 /// Brings the degree and the micro sign of Latin-1 text to the ANSI code page; other bytes stay as they are.
 ///
@@ -1473,7 +1491,8 @@ ZERATOOLS_API(void) ZERA_TOOLS_UC_TO_MBC(_In_opt_z_ const wchar_t* text, CString
 /// @param result       receives the text. The signs, bytes 0xB0 and 0xB5, are written as by
 ///                     #ZERA_TOOLS_UC_TO_MBC, but the degree sign in 874 as "deg".
 /// @ordinal{111}
-ZERATOOLS_API(void) ZERA_TOOLS_CHAR8_TO_MBC(_In_opt_z_ const char* text, CStringA& result) ZERATOOLS_RAISES;
+ZERATOOLS_API(void)
+ZERA_TOOLS_CHAR8_TO_MBC(_In_opt_z_ const char* text, ZERATOOLS_STRING_A result) ZERATOOLS_RAISES;
 
 /// Converts text in the ANSI code page to UTF-16, byte by byte, but keeps the degree and the micro sign.
 ///
@@ -1482,7 +1501,8 @@ ZERATOOLS_API(void) ZERA_TOOLS_CHAR8_TO_MBC(_In_opt_z_ const char* text, CString
 /// @param text         ANSI text in which bytes 0xB0 and 0xB5 mean the two signs; null counts as empty
 /// @param result       receives the converted text, U+00B0 and U+00B5 for the signs
 /// @ordinal{112}
-ZERATOOLS_API(void) ZERA_TOOLS_CHAR8_TO_UC(_In_opt_z_ const char* text, CStringW& result) ZERATOOLS_RAISES;
+ZERATOOLS_API(void)
+ZERA_TOOLS_CHAR8_TO_UC(_In_opt_z_ const char* text, ZERATOOLS_STRING_W result) ZERATOOLS_RAISES;
 
 /// Converts text in the ANSI code page to UTF-8.
 ///
@@ -1490,7 +1510,7 @@ ZERATOOLS_API(void) ZERA_TOOLS_CHAR8_TO_UC(_In_opt_z_ const char* text, CStringW
 /// @param result       receives the UTF-8 bytes
 /// @ordinal{113}
 ZERATOOLS_API(void)
-ZERA_TOOLS_STRING_MBC_TO_UTF8(_In_opt_z_ const char* text, CStringA& result) ZERATOOLS_RAISES;
+ZERA_TOOLS_STRING_MBC_TO_UTF8(_In_opt_z_ const char* text, ZERATOOLS_STRING_A result) ZERATOOLS_RAISES;
 
 /// Converts UTF-16 text to UTF-8.
 ///
@@ -1498,7 +1518,7 @@ ZERA_TOOLS_STRING_MBC_TO_UTF8(_In_opt_z_ const char* text, CStringA& result) ZER
 /// @param result       receives the UTF-8 bytes
 /// @ordinal{114}
 ZERATOOLS_API(void)
-ZERA_TOOLS_STRING_UC_TO_UTF8(_In_opt_z_ const wchar_t* text, CStringA& result) ZERATOOLS_RAISES;
+ZERA_TOOLS_STRING_UC_TO_UTF8(_In_opt_z_ const wchar_t* text, ZERATOOLS_STRING_A result) ZERATOOLS_RAISES;
 
 /// Converts UTF-8 to text in the ANSI code page.
 ///
@@ -1506,7 +1526,7 @@ ZERA_TOOLS_STRING_UC_TO_UTF8(_In_opt_z_ const wchar_t* text, CStringA& result) Z
 /// @param result       receives the ANSI text; what the code page has not becomes its replacement character
 /// @ordinal{115}
 ZERATOOLS_API(void)
-ZERA_TOOLS_STRING_UTF8_TO_MBC(_In_opt_z_ const char* text, CStringA& result) ZERATOOLS_RAISES;
+ZERA_TOOLS_STRING_UTF8_TO_MBC(_In_opt_z_ const char* text, ZERATOOLS_STRING_A result) ZERATOOLS_RAISES;
 
 /// Converts UTF-8 to UTF-16 text.
 ///
@@ -1514,7 +1534,7 @@ ZERA_TOOLS_STRING_UTF8_TO_MBC(_In_opt_z_ const char* text, CStringA& result) ZER
 /// @param result       receives the UTF-16 text
 /// @ordinal{116}
 ZERATOOLS_API(void)
-ZERA_TOOLS_STRING_UTF8_TO_UC(_In_opt_z_ const char* text, CStringW& result) ZERATOOLS_RAISES;
+ZERA_TOOLS_STRING_UTF8_TO_UC(_In_opt_z_ const char* text, ZERATOOLS_STRING_W result) ZERATOOLS_RAISES;
 
 /// Writes each code unit of a UTF-16 text as a hexadecimal number: "Hi" gives "48 69".
 ///
@@ -1522,7 +1542,7 @@ ZERA_TOOLS_STRING_UTF8_TO_UC(_In_opt_z_ const char* text, CStringW& result) ZERA
 /// @param result       receives upper-case numbers without leading zeros, a single blank between them
 /// @ordinal{117}
 ZERATOOLS_API(void)
-ZERA_TOOLS_STRING_UC_TO_HEX(_In_opt_z_ const wchar_t* text, CStringW& result) ZERATOOLS_RAISES;
+ZERA_TOOLS_STRING_UC_TO_HEX(_In_opt_z_ const wchar_t* text, ZERATOOLS_STRING_W result) ZERATOOLS_RAISES;
 
 /// Puts a UTF-16 text together from hexadecimal numbers, the inverse of #ZERA_TOOLS_STRING_UC_TO_HEX.
 ///
@@ -1531,7 +1551,7 @@ ZERA_TOOLS_STRING_UC_TO_HEX(_In_opt_z_ const wchar_t* text, CStringW& result) ZE
 /// @param result       receives one code unit for each piece: the low 16 bits of its number, a NUL for none
 /// @ordinal{118}
 ZERATOOLS_API(void)
-ZERA_TOOLS_STRING_HEX_TO_UC(_In_opt_z_ const wchar_t* text, CStringW& result) ZERATOOLS_RAISES;
+ZERA_TOOLS_STRING_HEX_TO_UC(_In_opt_z_ const wchar_t* text, ZERATOOLS_STRING_W result) ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
 // Encryption
@@ -1567,8 +1587,8 @@ ZERA_TOOLS_STRING_HEX_TO_UC(_In_opt_z_ const wchar_t* text, CStringW& result) ZE
 /// @exception CInvalidArgException for an array with a negative size, or with a size and no data
 /// @ordinal{1071}
 ZERATOOLS_API(int)
-ZERA_TOOLS_ENC_UC(const CArray<BYTE, const BYTE&>& passPhrase, const CArray<BYTE, const BYTE&>& plain,
-                  CStringW& text, BOOL hex)
+ZERA_TOOLS_ENC_UC(const ZERATOOLS_BYTES passPhrase, const ZERATOOLS_BYTES plain, ZERATOOLS_STRING_W text,
+                  BOOL hex)
 ZERATOOLS_RAISES;
 
 /// Decrypts a text into bytes.
@@ -1583,8 +1603,8 @@ ZERATOOLS_RAISES;
 /// @exception CInvalidArgException for a pass phrase with a negative size, or with a size and no data
 /// @ordinal{1072}
 ZERATOOLS_API(int)
-ZERA_TOOLS_DEC_UC(const CArray<BYTE, const BYTE&>& passPhrase, _In_opt_z_ const wchar_t* text, BOOL hex,
-                  CArray<BYTE, const BYTE&>& plain)
+ZERA_TOOLS_DEC_UC(const ZERATOOLS_BYTES passPhrase, _In_opt_z_ const wchar_t* text, BOOL hex,
+                  ZERATOOLS_BYTES plain)
 ZERATOOLS_RAISES;
 
 /// Encrypts a text and gives the beginning of the cipher text.
@@ -1596,13 +1616,15 @@ ZERATOOLS_RAISES;
 /// @return the length of the whole cipher text, twice that of the text, not of what was given; -1 for failure
 /// @ordinal{75}
 ZERATOOLS_API(int)
-ZERA_TOOLS_ENC_STRING_S(_In_opt_z_ const char* passPhrase, const CStringA& plain, CStringA& text)
+ZERA_TOOLS_ENC_STRING_S(_In_opt_z_ const char* passPhrase, const ZERATOOLS_STRING_A plain,
+                        ZERATOOLS_STRING_A text)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_ENC_STRING_S, with UTF-16 text: of each character only the low byte is encrypted.
 /// @ordinal{1075}
 ZERATOOLS_API(int)
-ZERA_TOOLS_ENC_STRING_S_UC(_In_opt_z_ const wchar_t* passPhrase, const CStringW& plain, CStringW& text)
+ZERA_TOOLS_ENC_STRING_S_UC(_In_opt_z_ const wchar_t* passPhrase, const ZERATOOLS_STRING_W plain,
+                           ZERATOOLS_STRING_W text)
 ZERATOOLS_RAISES;
 
 /// Encrypts a text.
@@ -1613,13 +1635,15 @@ ZERATOOLS_RAISES;
 /// @return the length of the cipher text, twice that of the text; -1 for failure
 /// @ordinal{77}
 ZERATOOLS_API(int)
-ZERA_TOOLS_ENC_STRING_L(_In_opt_z_ const char* passPhrase, const CStringA& plain, CStringA& text)
+ZERA_TOOLS_ENC_STRING_L(_In_opt_z_ const char* passPhrase, const ZERATOOLS_STRING_A plain,
+                        ZERATOOLS_STRING_A text)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_ENC_STRING_L, with UTF-16 text: of each character only the low byte is encrypted.
 /// @ordinal{1077}
 ZERATOOLS_API(int)
-ZERA_TOOLS_ENC_STRING_L_UC(_In_opt_z_ const wchar_t* passPhrase, const CStringW& plain, CStringW& text)
+ZERA_TOOLS_ENC_STRING_L_UC(_In_opt_z_ const wchar_t* passPhrase, const ZERATOOLS_STRING_W plain,
+                           ZERATOOLS_STRING_W text)
 ZERATOOLS_RAISES;
 
 /// Decrypts a text of at most 99 bytes.
@@ -1631,7 +1655,8 @@ ZERATOOLS_RAISES;
 ///         bytes, 0 if the platform's service fails
 /// @ordinal{76}
 ZERATOOLS_API(int)
-ZERA_TOOLS_DEC_STRING(_In_opt_z_ const char* passPhrase, const CStringA& text, CStringA& plain)
+ZERA_TOOLS_DEC_STRING(_In_opt_z_ const char* passPhrase, const ZERATOOLS_STRING_A text,
+                      ZERATOOLS_STRING_A plain)
 ZERATOOLS_RAISES;
 
 /// Decrypts a text of any length.
@@ -1645,7 +1670,7 @@ ZERATOOLS_RAISES;
 /// @ordinal{1076}
 ZERATOOLS_API(int)
 ZERA_TOOLS_DEC_STRING_UC(_In_opt_z_ const wchar_t* passPhrase, _In_opt_z_ const wchar_t* text,
-                         CStringW& plain)
+                         ZERATOOLS_STRING_W plain)
 ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
@@ -1662,7 +1687,7 @@ ZERATOOLS_RAISES;
 /// @return 1 if the file exists at the end of the call, else 0
 /// @ordinal{200}
 ZERATOOLS_API(int)
-ZERA_TOOLS_APPLICATION_GET_INIFILE_MBC(_In_opt_ HMODULE module, CStringA& file) ZERATOOLS_RAISES;
+ZERA_TOOLS_APPLICATION_GET_INIFILE_MBC(_In_opt_ HMODULE module, ZERATOOLS_STRING_A file) ZERATOOLS_RAISES;
 
 /// Finds an application's settings file and makes the user's own if it is due.
 ///
@@ -1681,7 +1706,7 @@ ZERA_TOOLS_APPLICATION_GET_INIFILE_MBC(_In_opt_ HMODULE module, CStringA& file) 
 /// @return 1 if the file exists at the end of the call, else 0
 /// @ordinal{201}
 ZERATOOLS_API(int)
-ZERA_TOOLS_APPLICATION_GET_INIFILE_UC(_In_opt_ HMODULE module, CStringW& file) ZERATOOLS_RAISES;
+ZERA_TOOLS_APPLICATION_GET_INIFILE_UC(_In_opt_ HMODULE module, ZERATOOLS_STRING_W file) ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_APPLICATION_GET_INIFILE_MBC, and tells whether the user's file was made anew.
 ///
@@ -1692,7 +1717,7 @@ ZERA_TOOLS_APPLICATION_GET_INIFILE_UC(_In_opt_ HMODULE module, CStringW& file) Z
 /// @return 1 if the file exists at the end of the call, else 0
 /// @ordinal{207}
 ZERATOOLS_API(int)
-ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_MBC(_In_opt_ HMODULE module, CStringA& file, _Out_ int* copied)
+ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_MBC(_In_opt_ HMODULE module, ZERATOOLS_STRING_A file, _Out_ int* copied)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_APPLICATION_GET_INIFILE_UC, and tells whether the user's file was made anew.
@@ -1704,7 +1729,7 @@ ZERATOOLS_RAISES;
 /// @return 1 if the file exists at the end of the call, else 0
 /// @ordinal{208}
 ZERATOOLS_API(int)
-ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_UC(_In_opt_ HMODULE module, CStringW& file, _Out_ int* copied)
+ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_UC(_In_opt_ HMODULE module, ZERATOOLS_STRING_W file, _Out_ int* copied)
 ZERATOOLS_RAISES;
 
 /// Tells the paths below the application-data folders that belong to an application. Nothing is made
@@ -1722,7 +1747,8 @@ ZERATOOLS_RAISES;
 /// @return 1 with both paths set; 0 with both empty if the module's path cannot be read
 /// @ordinal{209}
 ZERATOOLS_API(int)
-ZERA_TOOLS_APPLICATION_GET_APPDATAFILES_UC(_In_opt_ HMODULE module, CStringW& commonData, CStringW& userData)
+ZERA_TOOLS_APPLICATION_GET_APPDATAFILES_UC(_In_opt_ HMODULE module, ZERATOOLS_STRING_W commonData,
+                                           ZERATOOLS_STRING_W userData)
 ZERATOOLS_RAISES;
 
 // --------------------------------------------------------------------------------------------------
@@ -1742,10 +1768,10 @@ ZERATOOLS_RAISES;
 /// @return 1 if it was posted, 0 if it was not after 201 attempts
 /// @ordinal{92}
 ZERATOOLS_API(int)
-ZERA_TOOLS_POSTTHREADMESSAGE(_In_opt_ CWinThread* thread, UINT message, WPARAM wParam, LPARAM lParam)
+ZERA_TOOLS_POSTTHREADMESSAGE(_In_opt_ ZERATOOLS_THREAD thread, UINT message, WPARAM wParam, LPARAM lParam)
 ZERATOOLS_RAISES;
 
-#endif  // __cplusplus
+#endif  // ZERATOOLS_OLD_LANGUAGE
 
 #ifdef __cplusplus
 }  // extern "C"
