@@ -172,7 +172,7 @@ TEST(CodePage, SignsStayWideUnderEveryCodePage) {
             L"C, 5 \xB5m");
 }
 
-// The work grows with the text: one conversion for each character outside ASCII, none for the others.
+// However often a character occurs, the code page is asked for it once; never for ASCII.
 int conversions_made;
 decltype(&WideCharToMultiByte) originalConversion;
 int WINAPI CountConversion(UINT codePage, DWORD flags, LPCWCH text, int length, LPSTR out, int size,
@@ -184,7 +184,7 @@ int WINAPI CountConversion(UINT codePage, DWORD flags, LPCWCH text, int length, 
 TEST(CodePage, LongTextsTakeLinearWork) {
   const int length = 1 << 20;
   std::wstring text(length, L'a');
-  for (int i = 0; i < length; i += 4) text[i] = 0x20AC;
+  for (int i = 0; i < length; i += 4) text[i] = i % 8 ? 0x20AC : 0x0416;
   test::ImportHook hook("WideCharToMultiByte", &CountConversion);
   originalConversion = hook.Original<decltype(WideCharToMultiByte)>();
   conversions_made = 0;
@@ -192,7 +192,7 @@ TEST(CodePage, LongTextsTakeLinearWork) {
   CStringA result;
   UcToMbc(text.c_str(), result);
   EXPECT_GE(result.GetLength(), length);
-  EXPECT_EQ(conversions_made, length / 4);
+  EXPECT_EQ(conversions_made, 2);
   EXPECT_LT(heap.Allocations(), 64);
 }
 

@@ -14,17 +14,19 @@ namespace {
 std::vector<std::wstring> Pieces(const std::wstring& text) {
   std::vector<std::wstring> pieces;
   convert::ForEachHexPiece(
-      text.c_str(), [&](const wchar_t* start, std::size_t length) { pieces.emplace_back(start, length); });
+      text.data(), text.data() + text.size(),
+      [&](const wchar_t* start, std::size_t length) { pieces.emplace_back(start, length); });
   return pieces;
 }
 
 TEST(Hex, EveryUnitIsFormattedAsTheRuntimeFormatsIt) {
   for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
-    wchar_t digits[convert::kMostHexDigits];
-    const int count = convert::FormatHex(static_cast<wchar_t>(unit), digits);
+    wchar_t digits[convert::kHexRoom];
+    const wchar_t* const end = convert::FormatHex(static_cast<wchar_t>(unit), digits);
+    ASSERT_EQ(end - digits, convert::HexLength(static_cast<wchar_t>(unit)) + 1);
     char expected[8];
-    std::snprintf(expected, sizeof expected, "%X", unit);
-    ASSERT_EQ(std::wstring(digits, static_cast<std::size_t>(count)),
+    std::snprintf(expected, sizeof expected, "%X ", unit);
+    ASSERT_EQ(std::wstring(static_cast<const wchar_t*>(digits), end),
               std::wstring(expected, expected + std::char_traits<char>::length(expected)));
   }
 }

@@ -237,6 +237,21 @@ TEST(Aliasing, AStringIsConvertedIntoItself) {
   EXPECT_EQ(IntoItself(HexToUc, L"48 69 20 79 6F 75"), L"Hi you");
 }
 
+// A text of the other character type, put into a buffer by a host that reads it where it lies.
+TEST(Aliasing, ATextMayLieInTheResultsBuffer) {
+  test::CountingManager manager;
+  test::HostString<char> bytes(manager, "0123456789012345678901234567890123456789");
+  const wchar_t units[] = L"25 \u00B5m";
+  std::memcpy(bytes.object().GetBuffer(40) + 2, units, sizeof units);
+  UcToMbc(reinterpret_cast<const wchar_t*>(bytes.object().GetString() + 2), bytes.object());
+  EXPECT_EQ(bytes.text(), Convert(UcToMbc, std::wstring(units)));
+
+  test::HostString<wchar_t> wide(manager, L"01234567890123456789");
+  std::memcpy(wide.object().GetBuffer(20), "25 \xB5m", 6);
+  Char8ToUc(reinterpret_cast<const char*>(wide.object().GetString()), wide.object());
+  EXPECT_EQ(wide.text(), L"25 \u00B5m");
+}
+
 TEST(Aliasing, TheHexFormHasAResultOfItsOwn) {
   test::CountingManager manager;
   {
