@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "Encrypt.h"
 
-#include <cstdarg>
-#include <cwchar>
+#include <wchar.h>
+
+#include <algorithm>
 
 #include "CipherText.h"
+#include "base/TextLength.h"
+#include "convert/Hex.h"
 
 namespace {
 
@@ -33,20 +36,10 @@ void Store(const BYTE* bytes, std::size_t count, BOOL hex, CStringT<Char>& text)
   text.ReleaseBufferSetLength(static_cast<int>(length));
 }
 
-// The shared C runtime's own scanner. The usual name is the compiler's own on this toolchain.
-int Scan(const wchar_t* text, const wchar_t* format, ...) {
-  va_list arguments;
-  va_start(arguments, format);
-  const int values =
-      ::__stdio_common_vswscanf(0, text, static_cast<std::size_t>(-1), format, nullptr, arguments);
-  va_end(arguments);
-  return values;
-}
-
 // One byte from two characters, as the C runtime's "%X" reads them.
 bool ReadPiece(const wchar_t* piece, BYTE& byte) {
-  const unsigned high = crypt::HexDigit(piece[0]);
-  const unsigned low = crypt::HexDigit(piece[1]);
+  const unsigned high = convert::HexDigit(piece[0]);
+  const unsigned low = convert::HexDigit(piece[1]);
   if (high < 16 && low < 16) {
     byte = static_cast<BYTE>(high << 4 | low);
     return true;
@@ -54,21 +47,29 @@ bool ReadPiece(const wchar_t* piece, BYTE& byte) {
   // KEPT FOR HOSTS: "%X" also reads one digit with something behind it, a space or a sign before it.
   // Stored texts that were damaged or edited decrypt the way they always did; what exactly counts as a
   // space or a digit is the runtime's own matter.
-  const wchar_t text[3] = {piece[0], piece[1], 0};
   unsigned value = 0;
-  if (Scan(text, L"%X", &value) != 1) return false;
+  if (::_snwscanf(piece, 2, L"%X", &value) != 1) return false;
   byte = static_cast<BYTE>(value);
   return true;
 }
 
-bool ReadCipher(const wchar_t* text, std::size_t count, BOOL hex, BYTE* bytes) {
-  for (std::size_t i = 0; i < count; ++i) {
-    if (!hex) {
-      bytes[i] = static_cast<BYTE>(text[i]);
-    } else if (!ReadPiece(text + 2 * i, bytes[i])) {
-      return false;
+bool ReadHex(const wchar_t* text, std::size_t count, BYTE* bytes) {
+  std::size_t i = 0;
+  while (i < count) {
+    if (count - i >= crypt::kTogether && crypt::ReadHexTogether(text + 2 * i, bytes + i)) {
+      i += crypt::kTogether;
+      continue;
+    }
+    for (const std::size_t end = std::min(count, i + crypt::kTogether); i < end; ++i) {
+      if (!ReadPiece(text + 2 * i, bytes[i])) return false;
     }
   }
+  return true;
+}
+
+bool ReadCipher(const wchar_t* text, std::size_t count, BOOL hex, BYTE* bytes) {
+  if (hex) return ReadHex(text, count, bytes);
+  for (std::size_t i = 0; i < count; ++i) bytes[i] = static_cast<BYTE>(text[i]);
   return true;
 }
 
@@ -156,7 +157,7 @@ int CEncrypt::EncryptToText(const ByteArray& passPhrase, const ByteArray& plain,
 int CEncrypt::DecryptText(const ByteArray& passPhrase, const wchar_t* text, BOOL hex, ByteArray& plain) {
   crypt::WipeAndEmpty(plain);
   TakePassPhrase(passPhrase);
-  const std::size_t characters = text ? std::wcslen(text) : 0;
+  const std::size_t characters = text ? base::TextLength(text) : 0;
   const std::size_t size = hex ? characters / 2 : characters;
   if (size > kLongest) return -1;
   crypt::WorkBuffer buffer(size);

@@ -82,58 +82,35 @@ bool EndsInSeparator(Text<Char> text, IsLead isLead) {
   return separator;
 }
 
-// What a path is composed of: the components, and a text that directory or name is extended by.
+// What a rewritten path changes: the text from `from` on, `length` characters of it, becomes `before`, `text`
+// and `after`. Everything else stays.
 template <class Char>
-struct Composition {
-  Parts<Char> parts;
-  Text<Char> directoryTail;
-  Text<Char> nameTail;
+struct Change {
+  std::size_t from;
+  std::size_t length;
+  Text<Char> before;
+  Text<Char> text;
+  Text<Char> after;
 };
 
-// Composes a path into `out`: the drive's first character and a colon, the directory and a backslash
-// if it does not end in a separator, the name, and the extension with a period before it if it has
-// none. False, with nothing written, if it does not fit `capacity` with its terminator.
-//
-// `moving` is the one component that may lie inside `out` itself; it is brought to its place before
-// anything else is written.
-template <class Char, class IsLead>
-bool Compose(const Composition<Char>& from, Text<Char> moving, Char* out, std::size_t capacity,
-             IsLead isLead) {
-  const Char driveText[] = {from.parts.drive.empty() ? Char(0) : from.parts.drive[0], Char(':')};
-  const Char backslash[] = {Char('\\')};
-  const Char period[] = {Char('.')};
-  const bool hasDirectory = !from.parts.directory.empty() || !from.directoryTail.empty();
-  const bool closed =
-      !hasDirectory ||
-      EndsInSeparator(from.directoryTail.empty() ? from.parts.directory : from.directoryTail, isLead);
-  const bool dotted = from.parts.extension.empty() || from.parts.extension[0] == Char('.');
-
-  const Text<Char> pieces[] = {
-      {driveText, from.parts.drive.empty() ? 0u : 2u},
-      from.parts.directory,
-      from.directoryTail,
-      {backslash, closed ? 0u : 1u},
-      from.parts.name,
-      from.nameTail,
-      {period, dotted ? 0u : 1u},
-      from.parts.extension,
-  };
-
-  std::size_t length = 0;
-  std::size_t movingTo = moving.npos;
-  for (const auto& piece : pieces) {
-    if (!piece.empty() && piece.data() == moving.data()) movingTo = length;
-    length += piece.size();
-    if (length >= capacity) return false;
-  }
+// Makes a change in a path of `length` characters, where it stands. False, with nothing written, if the
+// result does not fit `capacity` with its terminator. The change's text may lie in the path's own buffer.
+template <class Char>
+bool Apply(const Change<Char>& change, Char* path, std::size_t length, std::size_t capacity) {
+  const std::size_t fresh = change.before.size() + change.text.size() + change.after.size();
+  const std::size_t rest = length - change.from - change.length;
+  if (change.from + fresh + rest >= capacity) return false;
   using Traits = std::char_traits<Char>;
-  if (movingTo != moving.npos) Traits::move(out + movingTo, moving.data(), moving.size());
-  Char* to = out;
-  for (const auto& piece : pieces) {
-    if (!piece.empty() && piece.data() != moving.data()) Traits::copy(to, piece.data(), piece.size());
-    to += piece.size();
-  }
-  *to = Char(0);
+  // What follows is kept apart while the text is brought to its place.
+  Char kept[kMostPath + 1];
+  Traits::copy(kept, path + change.from + change.length, rest);
+  Char* to = path + change.from;
+  Traits::move(to + change.before.size(), change.text.data(), change.text.size());
+  for (const Char one : change.before) *to++ = one;
+  to += change.text.size();
+  for (const Char one : change.after) *to++ = one;
+  Traits::copy(to, kept, rest);
+  to[rest] = Char(0);
   return true;
 }
 

@@ -73,58 +73,53 @@ int ZERA_TOOLS_FILE_GET_NAME_EXT_UC(const wchar_t* path, wchar_t* out, size_t ca
 }
 
 int ZERA_TOOLS_FILE_REPLACE_DRIVE(char* path, size_t capacity, const char* drive) {
-  return frame::Enter([&] { return Plain::Replace(&PlainParts::drive, path, capacity, drive); });
+  return frame::Enter([&] { return Plain::ReplaceDrive(path, capacity, drive); });
 }
 
 int ZERA_TOOLS_FILE_REPLACE_DRIVE_UC(wchar_t* path, size_t capacity, const wchar_t* drive) {
-  return frame::Enter([&] { return Wide::Replace(&WideParts::drive, path, capacity, drive); });
+  return frame::Enter([&] { return Wide::ReplaceDrive(path, capacity, drive); });
 }
 
 int ZERA_TOOLS_FILE_REPLACE_DIR(char* path, size_t capacity, const char* directory) {
-  return frame::Enter([&] { return Plain::Replace(&PlainParts::directory, path, capacity, directory); });
+  return frame::Enter([&] { return Plain::ReplaceDirectory(path, capacity, directory); });
 }
 
 // KEPT FOR HOSTS: runs under the module state of its caller, unlike its plain partner. Hosts that call it
 // from their own state have seen that state unswitched since the first version.
 int ZERA_TOOLS_FILE_REPLACE_DIR_UC(wchar_t* path, size_t capacity, const wchar_t* directory) {
-  return frame::EnterUnguarded(
-      [&] { return Wide::Replace(&WideParts::directory, path, capacity, directory); });
+  return frame::EnterUnguarded([&] { return Wide::ReplaceDirectory(path, capacity, directory); });
 }
 
 int ZERA_TOOLS_FILE_REPLACE_NAME(char* path, size_t capacity, const char* name) {
-  return frame::Enter([&] { return Plain::Replace(&PlainParts::name, path, capacity, name); });
+  return frame::Enter([&] { return Plain::ReplaceName(path, capacity, name); });
 }
 
 int ZERA_TOOLS_FILE_REPLACE_NAME_UC(wchar_t* path, size_t capacity, const wchar_t* name) {
-  return frame::Enter([&] { return Wide::Replace(&WideParts::name, path, capacity, name); });
+  return frame::Enter([&] { return Wide::ReplaceName(path, capacity, name); });
 }
 
 int ZERA_TOOLS_FILE_REPLACE_EXT(char* path, size_t capacity, const char* extension) {
-  return frame::Enter([&] { return Plain::Replace(&PlainParts::extension, path, capacity, extension); });
+  return frame::Enter([&] { return Plain::ReplaceExtension(path, capacity, extension); });
 }
 
 int ZERA_TOOLS_FILE_REPLACE_EXT_UC(wchar_t* path, size_t capacity, const wchar_t* extension) {
-  return frame::Enter([&] { return Wide::Replace(&WideParts::extension, path, capacity, extension); });
+  return frame::Enter([&] { return Wide::ReplaceExtension(path, capacity, extension); });
 }
 
 int ZERA_TOOLS_FILE_REPLACE_NAME_EXT(char* path, size_t capacity, const char* file) {
-  return frame::Enter(
-      [&] { return Plain::ReplaceFrom(&PlainParts::name, &PlainParts::extension, path, capacity, file); });
+  return frame::Enter([&] { return Plain::TakeNameAndExtension(path, capacity, file); });
 }
 
 int ZERA_TOOLS_FILE_REPLACE_NAME_EXT_UC(wchar_t* path, size_t capacity, const wchar_t* file) {
-  return frame::Enter(
-      [&] { return Wide::ReplaceFrom(&WideParts::name, &WideParts::extension, path, capacity, file); });
+  return frame::Enter([&] { return Wide::TakeNameAndExtension(path, capacity, file); });
 }
 
 int ZERA_TOOLS_FILE_REPLACE_DRIVE_DIR(char* path, size_t capacity, const char* folder) {
-  return frame::Enter(
-      [&] { return Plain::ReplaceFrom(&PlainParts::drive, &PlainParts::directory, path, capacity, folder); });
+  return frame::Enter([&] { return Plain::TakeDriveAndDirectory(path, capacity, folder); });
 }
 
 int ZERA_TOOLS_FILE_REPLACE_DRIVE_DIR_UC(wchar_t* path, size_t capacity, const wchar_t* folder) {
-  return frame::Enter(
-      [&] { return Wide::ReplaceFrom(&WideParts::drive, &WideParts::directory, path, capacity, folder); });
+  return frame::Enter([&] { return Wide::TakeDriveAndDirectory(path, capacity, folder); });
 }
 
 int ZERA_TOOLS_FILE_ADD_DIR(char* path, size_t capacity, const char* text) {

@@ -24,28 +24,70 @@ struct PathOperations {
     return 1;
   }
 
-  // Replaces one component by a text as it is; a null text is an empty component.
-  static int Replace(Component component, Char* path, std::size_t capacity, const Char* text) {
-    return Rewrite(path, capacity, [&](Composition<Char>& to, Text<Char>& moving) {
-      moving = Given(text);
-      to.parts.*component = moving;
+  static int ReplaceDrive(Char* path, std::size_t capacity, const Char* drive) {
+    // Only its first character is taken.
+    Char text[] = {0, Char(':')};
+    return Rewrite(path, capacity, [&](const Parts<Char>& parts, Change<Char>& change) {
+      if (drive) text[0] = *drive;
+      change = {0, parts.drive.size(), {}, {text, text[0] ? 2u : 0u}, {}};
       return true;
     });
   }
 
-  // Replaces two components by those of another path.
-  static int ReplaceFrom(Component first, Component second, Char* path, std::size_t capacity,
-                         const Char* other) {
-    // The other path may lie in the buffer that is rewritten, so its text is kept apart.
-    Char copy[kMostPath + 1];
-    Parts<Char> parts;
-    const bool fits = CopyAndSplit(other, copy, parts);
+  static int ReplaceDirectory(Char* path, std::size_t capacity, const Char* directory) {
+    return Rewrite(path, capacity, [&](const Parts<Char>& parts, Change<Char>& change) {
+      const Text<Char> text = Given(directory);
+      change = {parts.drive.size(), parts.directory.size(), {}, text, Closing(text)};
+      return true;
+    });
+  }
+
+  static int ReplaceName(Char* path, std::size_t capacity, const Char* name) {
+    return Rewrite(path, capacity, [&](const Parts<Char>& parts, Change<Char>& change) {
+      change = {parts.drive.size() + parts.directory.size(), parts.name.size(), {}, Given(name), {}};
+      return true;
+    });
+  }
+
+  static int ReplaceExtension(Char* path, std::size_t capacity, const Char* extension) {
+    return Rewrite(path, capacity, [&](const Parts<Char>& parts, Change<Char>& change) {
+      const Text<Char> text = Given(extension);
+      const bool dotted = text.empty() || text[0] == kPeriod[0];
+      change = {NameEnd(parts), parts.extension.size(), {kPeriod, dotted ? 0u : 1u}, text, {}};
+      return true;
+    });
+  }
+
+  // The name and extension, or the drive and directory, of another path. They lie side by side in it.
+  static int TakeNameAndExtension(Char* path, std::size_t capacity, const Char* other) {
     return Rewrite(
         path, capacity,
-        [&](Composition<Char>& to, Text<Char>&) {
-          to.parts.*first = parts.*first;
-          to.parts.*second = parts.*second;
-          return fits;
+        [&](const Parts<Char>& parts, Change<Char>& change) {
+          Parts<Char> theirs;
+          const std::size_t from = parts.drive.size() + parts.directory.size();
+          if (!SplitGiven(other, theirs)) return false;
+          change = {from,
+                    parts.name.size() + parts.extension.size(),
+                    {},
+                    {theirs.name.data(), theirs.name.size() + theirs.extension.size()},
+                    {}};
+          return true;
+        },
+        other != nullptr);
+  }
+
+  static int TakeDriveAndDirectory(Char* path, std::size_t capacity, const Char* other) {
+    return Rewrite(
+        path, capacity,
+        [&](const Parts<Char>& parts, Change<Char>& change) {
+          Parts<Char> theirs;
+          if (!SplitGiven(other, theirs)) return false;
+          change = {0,
+                    parts.drive.size() + parts.directory.size(),
+                    {},
+                    {theirs.drive.data(), theirs.drive.size() + theirs.directory.size()},
+                    {}};
+          return true;
         },
         other != nullptr);
   }
@@ -53,9 +95,10 @@ struct PathOperations {
   static int AddDirectory(Char* path, std::size_t capacity, const Char* text) {
     return Rewrite(
         path, capacity,
-        [&](Composition<Char>& to, Text<Char>& moving) {
-          to.directoryTail = moving = Given(text);
-          return text && to.parts.directory.size() + moving.size() <= kMostComponent;
+        [&](const Parts<Char>& parts, Change<Char>& change) {
+          const Text<Char> added = Given(text);
+          change = {parts.drive.size() + parts.directory.size(), 0, {}, added, Closing(added)};
+          return text && parts.directory.size() + added.size() <= kMostComponent;
         },
         text != nullptr);
   }
@@ -63,9 +106,10 @@ struct PathOperations {
   static int AddName(Char* path, std::size_t capacity, const Char* text) {
     return Rewrite(
         path, capacity,
-        [&](Composition<Char>& to, Text<Char>& moving) {
-          to.nameTail = moving = Given(text);
-          return text && to.parts.name.size() + moving.size() <= kMostComponent;
+        [&](const Parts<Char>& parts, Change<Char>& change) {
+          const Text<Char> added = Given(text);
+          change = {NameEnd(parts), 0, {}, added, {}};
+          return text && parts.name.size() + added.size() <= kMostComponent;
         },
         text != nullptr);
   }
@@ -74,35 +118,48 @@ struct PathOperations {
     const IndexText number = FormatIndex(index, digits);
     Char text[kMostComponent + 1];
     for (std::size_t i = 0; i < number.length; ++i) text[i] = static_cast<Char>(number.digits[i]);
-    return Rewrite(path, capacity, [&](Composition<Char>& to, Text<Char>&) {
-      to.nameTail = {text, number.length};
-      return number.fits && to.parts.name.size() + number.length <= kMostComponent;
+    return Rewrite(path, capacity, [&](const Parts<Char>& parts, Change<Char>& change) {
+      change = {NameEnd(parts), 0, {}, {text, number.length}, {}};
+      return number.fits && parts.name.size() + number.length <= kMostComponent;
     });
   }
 
  private:
-  static Text<Char> Given(const Char* text) { return text ? Text<Char>(text) : Text<Char>(); }
+  static constexpr Char kPeriod[] = {'.'};
+  static constexpr Char kBackslash[] = {'\\'};
+
+  static Text<Char> Given(const Char* text) {
+    return text ? Text<Char>(text, Length(text, static_cast<std::size_t>(-1))) : Text<Char>();
+  }
+
+  // What a directory needs behind it.
+  static Text<Char> Closing(Text<Char> directory) {
+    const bool closed = directory.empty() || EndsInSeparator(directory, LeadBytes());
+    return {kBackslash, closed ? 0u : 1u};
+  }
+
+  static std::size_t NameEnd(const Parts<Char>& parts) {
+    return parts.drive.size() + parts.directory.size() + parts.name.size();
+  }
 
   // False if the text is null or has a component beyond its limit.
-  static bool CopyAndSplit(const Char* path, Char (&copy)[kMostPath + 1], Parts<Char>& parts) {
+  static bool SplitGiven(const Char* path, Parts<Char>& parts) {
     if (!path) return false;
     const std::size_t length = Length(path, kMostPath + 1);
     if (length > kMostPath) return false;
-    std::char_traits<Char>::copy(copy, path, length);
-    parts = Split(Text<Char>(copy, length), LeadBytes());
+    parts = Split(Text<Char>(path, length), LeadBytes());
     return parts.Fit();
   }
 
-  // Splits a copy of the path, lets `change` alter the composition, and composes back into the path. `given`
-  // is false for an argument that is missing, which is another error than one that is too long.
-  template <class Change>
-  static int Rewrite(Char* path, std::size_t capacity, Change change, bool given = true) {
-    Char copy[kMostPath + 1];
-    Composition<Char> composition = {};
-    Text<Char> moving;
-    const bool composed = CopyAndSplit(path, copy, composition.parts) && change(composition, moving) &&
-                          Compose(composition, moving, path, capacity, LeadBytes());
-    if (!composed) RejectParameter(path, capacity, given ? ERANGE : EINVAL);
+  // Splits the path, lets `decide` say what changes, and changes it. `given` is false for an argument that is
+  // missing, which is another error than one that is too long.
+  template <class Decide>
+  static int Rewrite(Char* path, std::size_t capacity, Decide decide, bool given = true) {
+    Parts<Char> parts;
+    Change<Char> change = {};
+    const bool changed = SplitGiven(path, parts) && decide(parts, change) &&
+                         Apply(change, path, NameEnd(parts) + parts.extension.size(), capacity);
+    if (!changed) RejectParameter(path, capacity, given ? ERANGE : EINVAL);
     return 1;
   }
 };

@@ -25,21 +25,21 @@ int ZERA_TOOLS_BUFWRITE_STRING_UC(const wchar_t* key, wchar_t* position, size_t 
 }
 
 int ZERA_TOOLS_BUFWRITE_INT(const char* key, char* position, size_t free, int value, size_t* count) {
-  return frame::Enter([&] { return profile::BufferInt(key, position, free, value, count); });
+  return frame::Enter([&] { return profile::BufferWhole(key, position, free, value, count); });
 }
 
 int ZERA_TOOLS_BUFWRITE_INT_UC(const wchar_t* key, wchar_t* position, size_t free, int value, size_t* count) {
-  return frame::Enter([&] { return profile::BufferInt(key, position, free, value, count); });
+  return frame::Enter([&] { return profile::BufferWhole(key, position, free, value, count); });
 }
 
 int ZERA_TOOLS_BUFWRITE_UINT(const char* key, char* position, size_t free, unsigned int value,
                              size_t* count) {
-  return frame::Enter([&] { return profile::BufferUnsigned(key, position, free, value, count); });
+  return frame::Enter([&] { return profile::BufferWhole(key, position, free, value, count); });
 }
 
 int ZERA_TOOLS_BUFWRITE_UINT_UC(const wchar_t* key, wchar_t* position, size_t free, unsigned int value,
                                 size_t* count) {
-  return frame::Enter([&] { return profile::BufferUnsigned(key, position, free, value, count); });
+  return frame::Enter([&] { return profile::BufferWhole(key, position, free, value, count); });
 }
 
 int ZERA_TOOLS_BUFWRITE_DOUBLE(const char* key, char* position, size_t free, double value, size_t* count) {

@@ -17,6 +17,12 @@ CStringW CompanionKey(const wchar_t* key, const wchar_t* suffix);
 // file, the platform turns them back into those bytes. Equal to the value if that is ASCII.
 CStringW ToUtf8Companion(const wchar_t* value);
 
+// ASCII needs no companion under any code page, and no conversion to see that. A null value is an empty one.
+inline bool IsAscii(const wchar_t* value) {
+  while (value && *value && *value < 0x80) ++value;
+  return !value || !*value;
+}
+
 // Whether a value needs its companion; a null value is an empty one.
 inline bool Differs(const CStringW& companion, const wchar_t* value) {
   return ::wcscmp(companion, value ? value : L"") != 0;

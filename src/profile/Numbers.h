@@ -2,6 +2,8 @@
 // Numbers.h: numbers in settings files, once for both character types.
 #pragma once
 
+#include <string_view>
+
 #include "EnglishNumbers.h"
 #include "Platform.h"
 
@@ -72,17 +74,37 @@ inline float ReadFloat(const wchar_t* section, const wchar_t* key, const wchar_t
 }
 
 template <class Char>
+using Text = std::basic_string_view<Char>;
+
+// The digits and the sign of a whole number, with the terminator.
+inline constexpr std::size_t kMostDigits = 12;
+
+// Writes what the C runtime writes for "%i" and "%u".
+template <class Char, class Whole>
+Text<Char> FormatWhole(Char (&text)[kMostDigits], Whole value) {
+  Char* const end = text + kMostDigits - 1;
+  Char* start = end;
+  const bool negative = value < Whole(0);
+  *end = Char(0);
+  auto rest = negative ? 0u - static_cast<unsigned int>(value) : static_cast<unsigned int>(value);
+  do {
+    *--start = static_cast<Char>('0' + rest % 10);
+    rest /= 10;
+  } while (rest != 0);
+  if (negative) *--start = Char('-');
+  return {start, static_cast<std::size_t>(end - start)};
+}
+
+template <class Char>
 int WriteInt(const Char* section, const Char* key, const Char* file, int value) {
-  Char text[kFormattedSize];
-  Platform<Char>::Format(text, kFormattedSize, Platform<Char>::kSigned, value);
-  return Platform<Char>::Write(section, key, text, file);
+  Char digits[kMostDigits];
+  return Platform<Char>::Write(section, key, FormatWhole(digits, value).data(), file);
 }
 
 template <class Char>
 int WriteUnsigned(const Char* section, const Char* key, const Char* file, unsigned int value) {
-  Char text[kFormattedSize];
-  Platform<Char>::Format(text, kFormattedSize, Platform<Char>::kUnsigned, value);
-  return Platform<Char>::Write(section, key, text, file);
+  Char digits[kMostDigits];
+  return Platform<Char>::Write(section, key, FormatWhole(digits, value).data(), file);
 }
 
 // Ten decimals and a point. The locale is restored on return, before the text goes anywhere; the wide

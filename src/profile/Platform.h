@@ -23,8 +23,6 @@ template <>
 struct Platform<char> {
   static constexpr char kEmpty[] = "";
   static constexpr char kEnglish[] = "english";
-  static constexpr char kSigned[] = "%i";
-  static constexpr char kUnsigned[] = "%u";
   static constexpr char kDouble[] = "%.10f";
 
   static DWORD Read(const char* section, const char* key, const char* defaultText, char* text, DWORD size,
@@ -54,8 +52,6 @@ template <>
 struct Platform<wchar_t> {
   static constexpr wchar_t kEmpty[] = L"";
   static constexpr wchar_t kEnglish[] = L"english";
-  static constexpr wchar_t kSigned[] = L"%i";
-  static constexpr wchar_t kUnsigned[] = L"%u";
   static constexpr wchar_t kDouble[] = L"%.10f";
 
   static DWORD Read(const wchar_t* section, const wchar_t* key, const wchar_t* defaultText, wchar_t* text,

@@ -8,6 +8,7 @@
 
 #include "CryptoTrace.h"
 #include "Reference.h"
+#include "convert/Hex.h"
 #include "crypt/CipherText.h"
 #include "crypt/Encrypt.h"
 
@@ -152,8 +153,55 @@ TEST(CryptPieces, HexDigitsAreThe22OfAscii) {
         unit != 0 && unit < 128 ? std::strchr("0123456789abcdefABCDEF", static_cast<int>(unit)) : nullptr;
     const unsigned expected =
         found ? static_cast<unsigned>(std::strtoul(std::string(1, *found).c_str(), nullptr, 16)) : 16;
-    ASSERT_EQ(crypt::HexDigit(static_cast<wchar_t>(unit)), expected) << unit;
+    ASSERT_EQ(convert::HexDigit(static_cast<wchar_t>(unit)), expected) << unit;
   }
+}
+
+// What is read eight pieces at a time is what two digits are by themselves; any other character stops it.
+TEST(CryptPieces, EveryCharacterAmongSixteenDigits) {
+  const std::wstring digits = L"0123456789abCDeF";
+  const unsigned char expected[] = {0x01, 0x23, 0x45, 0x67, 0x89, 0xAB, 0xCD, 0xEF};
+  for (std::size_t at = 0; at < digits.size(); ++at) {
+    for (unsigned unit = 0; unit < 0x10000; ++unit) {
+      wchar_t text[16];
+      digits.copy(text, 16);
+      text[at] = static_cast<wchar_t>(unit);
+      const unsigned digit = convert::HexDigit(static_cast<wchar_t>(unit));
+      unsigned char bytes[9] = {};
+      const bool read = crypt::ReadHexTogether(text, bytes);
+      if (read != (digit < 16)) ADD_FAILURE() << at << ' ' << unit;
+      if (!read) continue;
+      unsigned char changed[9] = {};
+      std::memcpy(changed, expected, 8);
+      unsigned char& byte = changed[at / 2];
+      byte = static_cast<unsigned char>(at % 2 ? (byte & 0xF0) | digit : (byte & 0x0F) | digit << 4);
+      ASSERT_EQ(std::memcmp(bytes, changed, 9), 0) << at << ' ' << unit;
+    }
+  }
+}
+
+template <class Char>
+void ExpectAllBytesWritten() {
+  unsigned char bytes[256];
+  std::string expected;
+  for (unsigned i = 0; i < 256; ++i) {
+    bytes[i] = static_cast<unsigned char>(i);
+    char two[3];
+    std::snprintf(two, sizeof two, "%.2X", i);
+    expected += two;
+  }
+  for (const std::size_t count : {0u, 1u, 7u, 8u, 9u, 23u, 256u}) {
+    std::basic_string<Char> text(2 * count + 1, Char('#'));
+    EXPECT_EQ(crypt::WriteHex(bytes, count, text.data()), text.data() + 2 * count);
+    EXPECT_EQ(text,
+              std::basic_string<Char>(expected.begin(), expected.begin() + static_cast<long>(2 * count)) +
+                  Char('#'));
+  }
+}
+
+TEST(CryptPieces, EveryByteAsDigits) {
+  ExpectAllBytesWritten<char>();
+  ExpectAllBytesWritten<wchar_t>();
 }
 
 TEST(CryptPieces, WorkBufferIsZeroAndNeverSmallerThan256Bytes) {

@@ -66,29 +66,32 @@ TEST(EndsInSeparator, LooksAtWholeCharacters) {
   EXPECT_FALSE(file::EndsInSeparator(Text("a\\<"), Leads));
 }
 
-TEST(Compose, FitsExactlyOrWritesNothing) {
-  file::Composition<char> from = {{"C:", "\\data\\", "run", "ini"}, "old", "_1"};
-  const std::string expected = "C:\\data\\old\\run_1.ini";
+TEST(Change, FitsExactlyOrWritesNothing) {
+  const std::string path = "C:\\data\\run.ini";
+  const std::string expected = "C:\\data\\run-old-.ini";
   for (std::size_t capacity = 0; capacity < 40; ++capacity) {
     char out[64];
     std::fill(out, out + 64, '#');
+    path.copy(out, path.size());
     const bool fits = capacity > expected.size();
-    EXPECT_EQ(file::Compose(from, Text(), out, capacity, NoneLeads), fits);
-    EXPECT_EQ(std::string(out, expected.size() + 2),
-              fits ? expected + '\0' + '#' : std::string(expected.size() + 2, '#'));
+    EXPECT_EQ(file::Apply({11, 0, "-", Text("old"), "-"}, out, path.size(), capacity), fits);
+    EXPECT_EQ(std::string(out, expected.size() + 2), fits ? expected + '\0' + '#' : path + "#######");
   }
 }
 
 // Long enough that copying forwards or backwards would overwrite what is still to be read.
-TEST(Compose, MovesTheOnePieceThatLiesInTheBuffer) {
+TEST(Change, MovesATextThatLiesInTheBuffer) {
   std::string name;
   for (int i = 0; i < 200; ++i) name += static_cast<char>('a' + i * 7 % 26);
   for (std::size_t at = 0; at < 30; ++at) {
-    char out[300] = {};
-    name.copy(out + at, name.size());
-    file::Composition<char> from = {{"C:", "\\data\\", Text(out + at, name.size()), ".ini"}, {}, {}};
-    EXPECT_TRUE(file::Compose(from, from.parts.name, out, sizeof out, NoneLeads));
-    EXPECT_EQ(out, "C:\\data\\" + name + ".ini") << at;
+    for (const std::size_t from : {std::size_t{0}, at / 2, at}) {
+      const std::string path = std::string(at, '#') + name + ".ini";
+      char out[600] = {};
+      path.copy(out, path.size());
+      const Text text(out + at, name.size());
+      EXPECT_TRUE(file::Apply({from, at - from, "<", text, ">"}, out, path.size(), sizeof out));
+      EXPECT_EQ(out, std::string(from, '#') + "<" + name + ">" + name + ".ini") << at;
+    }
   }
 }
 
