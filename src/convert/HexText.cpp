@@ -2,7 +2,7 @@
 // HexText.cpp: text into and out of its hexadecimal form.
 #include <wchar.h>
 
-#include <cwchar>
+#include <cstring>
 
 #include "Conversions.h"
 #include "Exact.h"
@@ -37,7 +37,7 @@ void UcToHex(const wchar_t* text, CStringW& result) {
       } else {
         wchar_t last[kHexRoom];
         const auto count = FormatHex(unit, last) - last;
-        std::wmemcpy(out, last, static_cast<std::size_t>(count));
+        std::memcpy(out, last, static_cast<std::size_t>(count) * sizeof(wchar_t));
         out += count;
       }
     }

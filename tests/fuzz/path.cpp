@@ -144,20 +144,21 @@ struct Target {
       case 1:
       case 2:
       case 3: {
-        static constexpr typename Operations::Component kComponents[] = {&Parts::drive, &Parts::directory,
-                                                                         &Parts::name, &Parts::extension};
-        result = Operations::Replace(kComponents[operation], target, capacity, argument);
+        static constexpr decltype(&Operations::ReplaceDrive) kReplace[] = {
+            &Operations::ReplaceDrive, &Operations::ReplaceDirectory, &Operations::ReplaceName,
+            &Operations::ReplaceExtension};
+        result = kReplace[operation](target, capacity, argument);
         pieces.of[operation] = noText ? String<Char>() : text;
         break;
       }
       case 4:
-        result = Operations::ReplaceFrom(&Parts::name, &Parts::extension, target, capacity, argument);
+        result = Operations::TakeNameAndExtension(target, capacity, argument);
         pieces.of[2] = others.of[2];
         pieces.of[3] = others.of[3];
         good = good && !noText && others.Fit();
         break;
       case 5:
-        result = Operations::ReplaceFrom(&Parts::drive, &Parts::directory, target, capacity, argument);
+        result = Operations::TakeDriveAndDirectory(target, capacity, argument);
         pieces.of[0] = others.of[0];
         pieces.of[1] = others.of[1];
         good = good && !noText && others.Fit();

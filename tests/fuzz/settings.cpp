@@ -166,8 +166,8 @@ void Lines(fuzz::Input& input) {
       const String<Char> text = key + equals + Of<Char>(number) + feed;
       Line<Char> line(near(text.size()));
       line.Expect(text,
-                  profile::BufferInt(keyText.data(), line.out.data(), line.out.capacity(),
-                                     static_cast<int>(bits), &line.count),
+                  profile::BufferWhole(keyText.data(), line.out.data(), line.out.capacity(),
+                                       static_cast<int>(bits), &line.count),
                   false);
       break;
     }
@@ -176,8 +176,7 @@ void Lines(fuzz::Input& input) {
       const String<Char> text = key + equals + Of<Char>(number) + feed;
       Line<Char> line(near(text.size()));
       line.Expect(
-          text,
-          profile::BufferUnsigned(keyText.data(), line.out.data(), line.out.capacity(), bits, &line.count),
+          text, profile::BufferWhole(keyText.data(), line.out.data(), line.out.capacity(), bits, &line.count),
           false);
       break;
     }
