@@ -10,6 +10,7 @@
 
 #include "ZERATools.h"
 #include "support/ImportHook.h"
+#include "support/Rounds.h"
 #include "support/TempFolder.h"
 
 namespace {
@@ -80,16 +81,28 @@ class Load : public ::testing::Test {
 
   // Runs a round many times; what the process holds must be the same afterwards. The first rounds are
   // for what the platform sets up once.
-  static void ExpectNoGrowth(int rounds, const std::function<void()>& round) {
+  //
+  // The platform's heap may serve small blocks from groups that it takes when a size was asked for often, and
+  // HeapWalk may count a whole group as in use: Wine 10 does; Wine 8 gives the blocks themselves, and so does
+  // Windows by its documentation. So the rounds are repeated while the heap grows; a round that keeps
+  // anything makes it grow every time.
+  static void ExpectNoGrowth(int all, const std::function<void()>& round) {
+    constexpr int kAttempts = 4;
+    const int rounds = test::Rounds(all);
     for (int i = 0; i < 50; ++i) round();
     const int indexes = FreeTlsIndexes();
     const DWORD handles = test::OpenHandles();
-    const long long heap = HeapBytes();
-    for (int i = 0; i < rounds && !HasFailure(); ++i) round();
-    EXPECT_EQ(FreeTlsIndexes(), indexes) << "thread-local-storage indexes";
-    EXPECT_EQ(test::OpenHandles(), handles) << "handles";
-    // Less than a byte for each round: anything kept would show.
-    EXPECT_LT(HeapBytes() - heap, rounds) << "bytes of the heap";
+    long long grown = 0;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+      const long long heap = HeapBytes();
+      for (int i = 0; i < rounds && !HasFailure(); ++i) round();
+      EXPECT_EQ(FreeTlsIndexes(), indexes) << "thread-local-storage indexes";
+      EXPECT_EQ(test::OpenHandles(), handles) << "handles";
+      // Less than a byte for each round: anything kept would show.
+      grown = HeapBytes() - heap;
+      if (grown < rounds) break;
+    }
+    EXPECT_LT(grown, rounds) << "bytes of the heap";
   }
 
   static DWORD WINAPI RunThread(void* work) {
@@ -171,7 +184,7 @@ TEST_F(Load, ThreadsThrowAtTheSameTime) {
   {
     const test::ImportHook hook("ReadFile", &FailingRead, module);
     const std::function<void()> work = [&] {
-      for (int i = 0; i < 2'000 && !HasFailure(); ++i) EXPECT_TRUE(CatchInside(module));
+      for (int i = 0; i < test::Rounds(2'000) && !HasFailure(); ++i) EXPECT_TRUE(CatchInside(module));
     };
     const HANDLE threads[] = {Start(work), Start(work), Start(work), Start(work)};
     for (const HANDLE thread : threads) Join(thread);
