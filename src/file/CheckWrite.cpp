@@ -31,15 +31,18 @@ class FolderProbe {
     }
   }
 
+  // False if there is one already, or one above it is missing.
+  bool MakeLastFolder() const { return MakeFolder(folder_); }
+
  private:
   bool CanWriteIn(WideText folder) const { return file::Probe(folder, name_).Create(); }
 
   // Failure shows at the last probe.
-  static void MakeFolder(WideText folder) {
+  static bool MakeFolder(WideText folder) {
     wchar_t path[kMostFolder + 1];
     std::wmemcpy(path, folder.data(), folder.size());
     path[folder.size()] = 0;
-    base::Quietly([&] { return ::_wmkdir(path); });
+    return base::Quietly([&] { return ::_wmkdir(path); }) == 0;
   }
 
   WideText folder_;
@@ -50,7 +53,7 @@ class FolderProbe {
 
 namespace file {
 
-int CheckWrite(const wchar_t* path) {
+int CheckWrite(const wchar_t* path, bool* wayGone) {
   if (!path) return 0;
   // Components beyond their limits belong to no file that could be written.
   const WideText text(path, Length(path, kMostPath + 1));
@@ -64,7 +67,9 @@ int CheckWrite(const wchar_t* path) {
 
   const FolderProbe probe(folder);
   if (probe.CanWrite()) return 1;
+  if (wayGone && *wayGone && probe.MakeLastFolder() && probe.CanWrite()) return 1;
   probe.MakeFolders();
+  if (wayGone) *wayGone = true;
   return probe.CanWrite();
 }
 

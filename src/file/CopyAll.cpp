@@ -11,16 +11,17 @@ namespace {
 
 class Copying {
  public:
-  // `destination` ends in a backslash and outlives the walk.
-  Copying(const wchar_t* destination, bool overwrite) : destination_(destination), overwrite_(overwrite) {}
+  // `destination` ends in a backslash and outlives the walk. `wayGone` is one for the whole copy.
+  Copying(const wchar_t* destination, bool overwrite, bool& wayGone)
+      : destination_(destination), overwrite_(overwrite), wayGone_(wayGone) {}
 
   bool Goes() const { return true; }
 
   bool Folder(const CStringW& path) {
     CStringW destination = Target(path);
     destination += L'\\';
-    file::CheckWrite(destination);
-    Copying inside(destination, overwrite_);
+    file::CheckWrite(destination, &wayGone_);
+    Copying inside(destination, overwrite_, wayGone_);
     return file::Walk(file::SubSearch(path), inside);
   }
 
@@ -41,6 +42,7 @@ class Copying {
 
   const wchar_t* destination_;
   bool overwrite_;
+  bool& wayGone_;
 };
 
 }  // namespace
@@ -50,7 +52,8 @@ namespace file {
 int CopyAll(const wchar_t* startPath, const wchar_t* destination, unsigned int overwrite) {
   const StartSearch start(startPath);
   if (!start.Pattern()) return 0;
-  Copying copying(destination, overwrite != 0);
+  bool wayGone = false;
+  Copying copying(destination, overwrite != 0, wayGone);
   // KEPT FOR HOSTS: 1 for every walk that started, whatever single copies came to. Hosts that need to know
   // look at the destination.
   Walk(start.Pattern(), copying);

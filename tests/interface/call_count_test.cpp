@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+// How often each operation calls the platform and the heap, in one table, so that nothing gets slower unseen
+// where the noise of a measurement would hide it. A row that changes is a decision, not an accident.
+#include <ZERATools.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+#include "support/CallCounter.h"
+#include "support/Library.h"
+#include "support/TempFolder.h"
+
+namespace {
+
+wchar_t path[260];
+char bytes[260];
+std::size_t count;
+
+template <class Function>
+Function* Of(unsigned ordinal) {
+  return test::Export<Function>(ordinal);
+}
+
+using Get = int(const wchar_t*, wchar_t*, std::size_t);
+using Rewrite = int(wchar_t*, std::size_t, const wchar_t*);
+
+class CallCounts : public ::testing::Test {
+ protected:
+  test::TempFolder temp_;
+  test::CallCounter counter_;
+
+  std::string During(const std::function<void()>& work) {
+    // Whatever is done once for a process or a thread.
+    work();
+    counter_.Reset();
+    work();
+    return counter_.Calls();
+  }
+};
+
+TEST_F(CallCounts, PathsAreTextAlone) {
+  for (unsigned ordinal = 1010; ordinal <= 1015; ++ordinal) {
+    EXPECT_EQ(During([=] { Of<Get>(ordinal)(L"C:\\data\\run.ini", path, 260); }), "") << ordinal;
+  }
+  for (const unsigned ordinal : {1020u, 1021u, 1022u, 1023u, 1024u, 1028u, 1030u, 1032u}) {
+    EXPECT_EQ(During([=] {
+                std::wcscpy(path, L"C:\\data\\run.ini");
+                Of<Rewrite>(ordinal)(path, 260, L"x\\y");
+              }),
+              "")
+        << ordinal;
+  }
+  EXPECT_EQ(During([] {
+              std::wcscpy(path, L"C:\\data\\run.ini");
+              Of<decltype(ZERA_TOOLS_FILE_ADD_IDX_NAME_UC)>(1033)(path, 260, 7, 4);
+            }),
+            "");
+}
+
+TEST_F(CallCounts, Lines) {
+  const std::string locale = "_wsetlocale 3";
+  EXPECT_EQ(During([] { Of<decltype(ZERA_TOOLS_BUFWRITE_SECTION_UC)>(1080)(L"S", path, 260, &count); }), "");
+  EXPECT_EQ(During([] { Of<decltype(ZERA_TOOLS_BUFWRITE_STRING_UC)>(1081)(L"K", path, 260, L"v", &count); }),
+            "");
+  EXPECT_EQ(During([] { Of<decltype(ZERA_TOOLS_BUFWRITE_STRING)>(81)("K", bytes, 260, "v", &count); }), "");
+  EXPECT_EQ(During([] { Of<decltype(ZERA_TOOLS_BUFWRITE_INT_UC)>(1082)(L"K", path, 260, -5, &count); }), "");
+  EXPECT_EQ(During([] { Of<decltype(ZERA_TOOLS_BUFWRITE_UINT_UC)>(1083)(L"K", path, 260, 5, &count); }), "");
+  EXPECT_EQ(During([] { Of<decltype(ZERA_TOOLS_BUFWRITE_DOUBLE_UC)>(1084)(L"K", path, 260, 2.5, &count); }),
+            "__stdio_common_vswprintf_s 1, " + locale);
+}
+
+TEST_F(CallCounts, Conversions) {
+  CStringA narrow;
+  CStringW wide;
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_UC_TO_MBC)>(110)(L"some text, all ASCII", narrow); }),
+            "_getmbcp 1");
+  EXPECT_EQ(During([&] {
+              Of<decltype(ZERA_TOOLS_UC_TO_MBC)>(110)(L"\u00FC\u00E4\u00FC\u00E4 \u00B5\u00B5", narrow);
+            }),
+            "WideCharToMultiByte 2, _getmbcp 1");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_CHAR8_TO_MBC)>(111)("\xFC\xE4 \xB5", narrow); }),
+            "_getmbcp 1");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_CHAR8_TO_UC)>(112)("\xFC\xE4\xFC\xE4 \xB5", wide); }),
+            "MultiByteToWideChar 2");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_STRING_UC_TO_UTF8)>(114)(L"\u00FC", narrow); }),
+            "WideCharToMultiByte 2");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_STRING_UTF8_TO_UC)>(116)("\xC3\xBC", wide); }),
+            "MultiByteToWideChar 2");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_STRING_UC_TO_HEX)>(117)(L"text", wide); }), "");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_STRING_HEX_TO_UC)>(118)(L"48 69", wide); }), "");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_STRING_HEX_TO_UC)>(118)(L"0x48 69", wide); }),
+            "__stdio_common_vswscanf 1");
+}
+
+// A folder below one that was just made costs what the one above it did: a tree twice as deep, twice the
+// calls.
+TEST_F(CallCounts, CopyingGrowsWithTheDepth) {
+  const auto copy = Of<decltype(ZERA_TOOLS_FILE_COPY_ALL_UC)>(1018);
+  const auto probes = [&](const std::wstring& name, int depth) {
+    std::wstring folder = temp_.Folder(L"from" + name);
+    for (int i = 0; i < depth; ++i) {
+      folder += L"\\d";
+      ::CreateDirectoryW(folder.c_str(), nullptr);
+    }
+    std::wstring target = temp_ / (L"to" + name + L"\\");
+    counter_.Reset();
+    EXPECT_EQ(copy((temp_ / (L"from" + name + L"\\")).c_str(), target.c_str(), 0), 1);
+    for (int i = 0; i < depth; ++i) target += L"d\\";
+    EXPECT_NE(::GetFileAttributesW(target.c_str()), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(counter_.Count("_wmkdir"), depth + 1);
+    return counter_.Count("CreateFileW");
+  };
+  const int ten = probes(L"10", 10), twenty = probes(L"20", 20), thirty = probes(L"30", 30);
+  EXPECT_EQ(twenty - ten, 20);
+  EXPECT_EQ(thirty - twenty, 20);
+}
+
+}  // namespace

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#include "CallCounter.h"
+
+#include <windows.h>
+
+#include <cstring>
+
+#include "Library.h"
+
+namespace test {
+namespace {
+
+// mov rax, counter; lock inc dword [rax]; mov rax, function; jmp rax. No argument is passed in rax.
+constexpr std::size_t kCodeSize = 32;
+constexpr std::size_t kCounterAt = 28;
+
+void Write(unsigned char* code, void* function) {
+  void* const counter = code + kCounterAt;
+  std::memset(code, 0, kCodeSize);
+  std::memcpy(code, "\x48\xB8", 2);
+  std::memcpy(code + 2, &counter, 8);
+  std::memcpy(code + 10, "\xF0\xFF\x00\x48\xB8", 5);
+  std::memcpy(code + 15, &function, 8);
+  std::memcpy(code + 23, "\xFF\xE0", 2);
+}
+
+void Store(void** place, void* value) {
+  DWORD protection = 0;
+  ::VirtualProtect(place, sizeof *place, PAGE_READWRITE, &protection);
+  *place = value;
+  ::VirtualProtect(place, sizeof *place, protection, &protection);
+}
+
+bool IsLeftOut(const std::string& name) {
+  for (const char* const start : {"mem", "str", "wcs", "GetLastError", "SetLastError"}) {
+    if (name.rfind(start, 0) == 0) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+CallCounter::CallCounter() {
+  auto* const base = reinterpret_cast<BYTE*>(Library());
+  const auto* const dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
+  const auto* const headers = reinterpret_cast<const IMAGE_NT_HEADERS64*>(base + dos->e_lfanew);
+  const auto& directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+  auto* import = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
+  for (; import->Name; ++import) {
+    const auto* names = reinterpret_cast<const IMAGE_THUNK_DATA64*>(base + import->OriginalFirstThunk);
+    auto* places = reinterpret_cast<void**>(base + import->FirstThunk);
+    for (; names->u1.AddressOfData; ++names, ++places) {
+      if (IMAGE_SNAP_BY_ORDINAL64(names->u1.Ordinal)) continue;
+      const auto* const byName =
+          reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
+      // Data, not a function.
+      MEMORY_BASIC_INFORMATION memory = {};
+      ::VirtualQuery(*places, &memory, sizeof memory);
+      if ((memory.Protect &
+           (PAGE_EXECUTE | PAGE_EXECUTE_READ | PAGE_EXECUTE_READWRITE | PAGE_EXECUTE_WRITECOPY)) == 0) {
+        continue;
+      }
+      entries_.push_back({reinterpret_cast<const char*>(byName->Name), places, *places, nullptr});
+    }
+  }
+  code_ = static_cast<unsigned char*>(
+      ::VirtualAlloc(nullptr, entries_.size() * kCodeSize, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE));
+  unsigned char* next = code_;
+  for (Entry& entry : entries_) {
+    entry.code = next;
+    next += kCodeSize;
+    Write(entry.code, entry.original);
+    Store(entry.place, entry.code);
+  }
+}
+
+CallCounter::~CallCounter() {
+  for (const Entry& entry : entries_) Store(entry.place, entry.original);
+  ::VirtualFree(code_, 0, MEM_RELEASE);
+}
+
+void CallCounter::Reset() {
+  for (const Entry& entry : entries_) std::memset(entry.code + kCounterAt, 0, 4);
+}
+
+int CallCounter::Count(const std::string& name) const {
+  int count = 0;
+  for (const Entry& entry : entries_) {
+    if (entry.name == name) std::memcpy(&count, entry.code + kCounterAt, 4);
+  }
+  return count;
+}
+
+std::string CallCounter::Calls() const {
+  std::map<std::string, int> counts;
+  for (const Entry& entry : entries_) {
+    const int count = Count(entry.name);
+    if (count > 0 && !IsLeftOut(entry.name)) counts[entry.name] = count;
+  }
+  std::string text;
+  for (const auto& [name, count] : counts) {
+    text += (text.empty() ? "" : ", ") + name + " " + std::to_string(count);
+  }
+  return text;
+}
+
+}  // namespace test
