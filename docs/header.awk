@@ -6,8 +6,9 @@
 # - "As #PLAIN, with ..." becomes the plain variant's whole entry, so that each export's entry
 #   stands for itself.
 # - The exception specification behind each declaration goes.
-# - An example is added to each entry from the files in `folder`, where it is marked "//! [EXPORT]"; a
-#   _UC variant without one of its own shows its plain partner's.
+# - An example is added to each entry from the files in `folder`, where it is marked "//! [EXPORT]". A plain variant
+#   without one of its own shows the _UC variant's, turned into the plain one (plain.awk).
+# - A page that is named becomes a link to it, and each group gets its sentence from groups.txt.
 BEGIN {
   list = "ls \"" folder "\"/*.cpp 2>/dev/null"
   while ((list | getline file) > 0) {
@@ -16,12 +17,35 @@ BEGIN {
     while ((getline line < file) > 0) {
       if (line ~ /^ *\/\/! \[[A-Z0-9_]+\]/) {
         gsub(/^ *\/\/! \[|\].*/, "", line)
-        home[line] = base
+        if (!(line in home)) home[line] = base
+        if (inside == line) inside = ""
+        else inside = line
+      } else if (inside != "") {
+        code[inside] = code[inside] line "\n"
       }
     }
     close(file)
+    inside = ""
   }
   close(list)
+  file = folder "/../groups.txt"
+  while ((getline line < file) > 0) {
+    at = index(line, "|")
+    sentence[substr(line, 1, at - 1)] = substr(line, at + 1)
+  }
+  close(file)
+}
+
+# "docs/settings-files.md" becomes a link to that page.
+function Linked(line, done, page) {
+  done = ""
+  while (match(line, /docs\/[a-z-]+\.md/)) {
+    page = substr(line, RSTART + 5, RLENGTH - 8)
+    gsub(/-/, "_", page)
+    done = done substr(line, 1, RSTART - 1) "@ref page_" page
+    line = substr(line, RSTART + RLENGTH)
+  }
+  return done line
 }
 
 function Group(title, id) {
@@ -45,17 +69,16 @@ function Quoted(line, done, piece, at, size) {
   return done line
 }
 
-# The example of an export, or of its partner in the other character set.
-function Snippet(name, stem, i, partners, count) {
+# The example of an export: its own, or its partner's.
+function Snippet(name, stem, shown, plain, lines, count, i, text) {
   stem = name
   sub(/_(UC|MBC)$/, "", stem)
-  count = split(name " " stem " " stem "_UC " stem "_MBC", partners, " ")
-  for (i = 1; i <= count; ++i) {
-    if (partners[i] in home) {
-      return "///\n/// @par Example\n/// @snippet " home[partners[i]] " " partners[i]
-    }
-  }
-  return ""
+  shown = name in home ? name : stem "_UC" in home ? stem "_UC" : stem
+  if (!(shown in home)) return ""
+  plain = shown != name && shown ~ /_UC$/
+  count = split(Unindented(code[shown]), lines, "\n")
+  for (i = 1; i < count; ++i) text = text "\n/// " (plain ? Plain(lines[i], name ~ /_MBC$/) : lines[i])
+  return "///\n/// @par Example\n/// @code{.cpp}" text "\n/// @endcode"
 }
 
 # A section's rule: the next line is its title, the comment behind that its text.
@@ -67,20 +90,19 @@ function Snippet(name, stem, i, partners, count) {
   sub(/^Exports that take .*: /, "", title)
   title = toupper(substr(title, 1, 1)) substr(title, 2)
   inSection = 1
-  print "/** @addtogroup " Group(title) " " title
+  group = Group(title)
+  print "/** @addtogroup " group " " title
   next
 }
 inSection && /^\/\// {
   sub(/^\/\/ ?/, "")
-  text = text Quoted($0) "\n"
+  text = text Linked(Quoted($0)) "\n"
   next
 }
 inSection {
   inSection = 0
-  # The first sentence is the group's summary.
-  if (match(text, /\.[ \n]/)) {
-    text = "@brief " substr(text, 1, RSTART) "\n\n" substr(text, RSTART + 2)
-  }
+  if (group in sentence) text = "@brief " sentence[group] "\n\n" text
+  else print "header.awk: docs/groups.txt has no sentence for " group >"/dev/stderr"
   printf "%s@{ */\n\n", text
   text = ""
   next
@@ -88,7 +110,7 @@ inSection {
 
 # An entry: its lines are kept until the declaration behind it tells whose it is.
 /^\/\/\// {
-  entry[++lines] = Quoted($0)
+  entry[++lines] = Linked(Quoted($0))
   next
 }
 lines && (declaration != "" || /^ZERATOOLS_API/) {
@@ -112,7 +134,10 @@ lines && (declaration != "" || /^ZERATOOLS_API/) {
       sub(/^\/\/\/ As #/, "", plain)
       sub(/[^A-Z0-9_].*/, "", plain)
       rest = details[plain]
-      body = body entry[i] "\n///\n"
+      body = body entry[i] "\n"
+      # The sentence may go on; the plain variant's text follows it.
+      while (entry[i] !~ /\.$/ && i < lines) body = body entry[++i] "\n"
+      body = body "///\n"
     } else {
       if (entry[i] ~ /@param/) whole = 1
       body = body entry[i] "\n"

@@ -49,7 +49,7 @@ sed -nE 's/^(;todo)? *(ZERA_TOOLS_[A-Z0-9_]+) *@([0-9]+).*/\2 \3/p' "$definition
         if (entry !~ ("@param(\\[[a-z,]*\\])? +([A-Za-z0-9_]+,)*" names[i] "[ ,]")) Fail("argument " names[i])
       }
       if (declaration !~ /^ZERATOOLS_API\(void\)/ && entry !~ /@return |@retval /) Fail("result")
-      if (entry !~ /@snippet /) Fail("example")
+      if (entry !~ /@code\{\.cpp\}/) Fail("example")
       if (entry !~ ("@ordinal\\{" number[name] "\\}")) Fail("ordinal " number[name])
       seen[name] = 1
       entry = ""

@@ -53,6 +53,15 @@ TEST(Snippets, Applications) {
     EXPECT_FALSE(settings.IsEmpty());
   }
   {
+    //! [ZERA_TOOLS_APPLICATION_GET_INIFILE_MBC]
+    CStringA settings;
+    const bool exists = ZERA_TOOLS_APPLICATION_GET_INIFILE_MBC(nullptr, settings) != 0;
+    // Without one, settings stays empty.
+    //! [ZERA_TOOLS_APPLICATION_GET_INIFILE_MBC]
+    EXPECT_FALSE(exists);
+    EXPECT_TRUE(settings.IsEmpty());
+  }
+  {
     //! [ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_UC]
     CStringW settings;
     int copied = 0;

@@ -27,13 +27,22 @@ TEST(Snippets, EncryptedTexts) {
     EXPECT_EQ(std::wstring(cipher).substr(0, 8), std::wstring(sign));
   }
   {
-    //! [ZERA_TOOLS_DEC_STRING]
+    //! [ZERA_TOOLS_ENC_STRING_L]
     CStringA cipher;
+    ZERA_TOOLS_ENC_STRING_L("pass phrase", "licence 4711", cipher);  // 24 hexadecimal digits
+    //! [ZERA_TOOLS_ENC_STRING_L]
+    EXPECT_EQ(cipher.GetLength(), 24);
+    //! [ZERA_TOOLS_DEC_STRING]
     CStringA plain;
-    ZERA_TOOLS_ENC_STRING_L("pass phrase", "licence 4711", cipher);
     ZERA_TOOLS_DEC_STRING("pass phrase", cipher, plain);  // texts of at most 99 bytes
     //! [ZERA_TOOLS_DEC_STRING]
     EXPECT_STREQ(plain, "licence 4711");
+    //! [ZERA_TOOLS_ENC_STRING_S]
+    // A short sign that two long texts differ: 8 digits.
+    CStringA sign;
+    ZERA_TOOLS_ENC_STRING_S("pass phrase", "licence 4711", sign);
+    //! [ZERA_TOOLS_ENC_STRING_S]
+    EXPECT_EQ(sign.GetLength(), 8);
   }
 }
 

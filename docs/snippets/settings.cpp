@@ -10,7 +10,7 @@ TEST(Snippets, SettingsFiles) {
   const std::wstring path = folder.File(L"view.ini", "[Window]\r\n");
   const std::string narrowPath = test::Ansi(path);
   const wchar_t* const file = path.c_str();
-  const char* const ansiFile = narrowPath.c_str();
+  [[maybe_unused]] const char* const ansiFile = narrowPath.c_str();
   {
     //! [ZERA_TOOLS_WRITE_STRING_UC]
     // What the code page of the file cannot express is kept beside the value as UTF-8.
