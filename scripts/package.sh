@@ -1,28 +1,53 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Makes build/ZERATools-<version>-win64.zip and its checksums from a build folder:
+# Makes build/ZERATools-<version>-win64.zip and its checksum from a build folder:
 #   package.sh BUILD_FOLDER VERSION
-# (cmake --build --preset package calls it). Two builds of one commit give the same bytes: the files
-# carry the commit's time, stand in sorted order and have no owner.
+# (cmake --build --preset package calls it). Two builds of the same sources give the same bytes: the files carry the
+# version's date in the changelog, stand in sorted order and have no owner.
 set -euo pipefail
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
-build=$1
-name=ZERATools-$2-win64
+build=$1 version=$2
+name=ZERATools-$version-win64
 out=$(dirname "$build")
+export TZ=UTC LC_ALL=C
 
-if [ -z "${SOURCE_DATE_EPOCH:-}" ]; then
-  SOURCE_DATE_EPOCH=$(git -C "$top" log -1 --format=%ct 2>/dev/null) || SOURCE_DATE_EPOCH=1700000000
+date=$(sed -nE "s/^## ${version//./\\.} - ([0-9]{4}-[0-9]{2}-[0-9]{2})$/\1/p" "$top/CHANGELOG.md")
+if [ -z "$date" ]; then
+  echo "package.sh: CHANGELOG.md has no line \"## $version - <year>-<month>-<day>\"" >&2
+  exit 1
 fi
-export SOURCE_DATE_EPOCH TZ=UTC LC_ALL=C
 
 staging=$build/package/staging
 rm -rf "$staging"
 cmake --install "$build" --prefix "$staging/$name" >"$build/package/install.log"
+cd "$staging/$name"
+
+# The bill of materials: each file with its checksums, and what the format wants of them all.
+find . -type f -printf '%P\n' | sort >../files
+xargs -d '\n' sha1sum <../files | sed 's/  .*//' >../sha1
+xargs -d '\n' sha256sum <../files | sed 's/  .*//' >../sha256
+verification=$(sort ../sha1 | tr -d '\n' | sha1sum | sed 's/ .*//')
+paste -d ' ' ../sha1 ../sha256 ../files | awk '{
+  sha1 = $1
+  sha256 = $2
+  sub(/^[^ ]+ [^ ]+ /, "")
+  # The programs hold parts of the two other packages, and the reference those of its generator.
+  licence = ($0 ~ "^(bin|docs/reference)/") ? "NOASSERTION" : "MIT"
+  printf "%s    {\"SPDXID\": \"SPDXRef-File-%d\", \"fileName\": \"./%s\", \"checksums\": [\n", (NR > 1 ? ",\n" : ""), NR, $0
+  printf "      {\"algorithm\": \"SHA1\", \"checksumValue\": \"%s\"},\n", sha1
+  printf "      {\"algorithm\": \"SHA256\", \"checksumValue\": \"%s\"}],\n", sha256
+  printf "      \"licenseConcluded\": \"%s\", \"licenseInfoInFiles\": [\"%s\"], ", licence, licence
+  printf "\"copyrightText\": \"NOASSERTION\"}"
+}
+END { printf "\n" }' >../entries
+sed -e "s/{{DIGEST}}/$verification/; s/{{VERIFICATION}}/$verification/; s/{{CREATED}}/${date}T00:00:00Z/" \
+  -e '/{{FILES}}/{' -e 'r ../entries' -e 'd' -e '}' "$build/package/ZERATools.spdx.json.in" >ZERATools.spdx.json
+
+find . -type f ! -name SHA256SUMS -printf '%P\n' | sort | xargs -d '\n' sha256sum >SHA256SUMS
 cd "$staging"
-(cd "$name" && find . -type f ! -name SHA256SUMS -printf '%P\n' | sort | xargs -d '\n' sha256sum >SHA256SUMS)
 find "$name" -type f -exec chmod 644 {} + -o -type d -exec chmod 755 {} +
 find "$name" -type f -name '*.sh' -exec chmod 755 {} +
-find "$name" -exec touch -h -d "@$SOURCE_DATE_EPOCH" {} +
+find "$name" -exec touch -h -d "$date" {} +
 rm -f "$out/$name.zip"
 find "$name" | sort | zip -X -q -9 -@ "$out/$name.zip"
 cd "$out"

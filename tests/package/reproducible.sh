@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# The same sources, built in another folder, give the same package to the last byte.
+# The same sources, built in another folder and without git, give the same package to the last byte.
 . "$(dirname "$0")/common.sh"
 second="$top/build/second/a folder with a longer name"
 rm -rf "$top/build/second"
@@ -8,10 +8,6 @@ mkdir -p "$second"
 (cd "$top" && { git ls-files -z 2>/dev/null || find . -path ./build -prune -o -type f -print0; } |
   while IFS= read -r -d '' file; do if [ -e "$file" ]; then printf '%s\0' "$file"; fi; done |
   tar -c --null -T -) | tar -x -C "$second"
-export SOURCE_DATE_EPOCH
-SOURCE_DATE_EPOCH=$(date -u -d "$(unzip -Z -T "$zip" "$name/SHA256SUMS" | awk '{print $(NF-1)}' |
-  sed 's/\(....\)\(..\)\(..\)\.\(..\)\(..\)\(..\)/\1-\2-\3 \4:\5:\6/')" +%s)
-
 # Without the compiler caches that a developer may have.
 unset CMAKE_C_COMPILER_LAUNCHER CMAKE_CXX_COMPILER_LAUNCHER
 cd "$second"
