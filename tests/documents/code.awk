@@ -1,11 +1,13 @@
 # SPDX-License-Identifier: MIT
-# Takes the C++ and C out of pages:  awk -v program=FILE -v fragments=FILE -v c=FILE -f code.awk PAGE ...
-# A C++ block with a main function is a program (there is one); any other becomes a test case, named after its
-# page and line. The programs in C become the functions of one.
+# Takes the C++ and C out of pages:
+#   awk -v program=FILE -v fragments=FILE -v c=FILE -v cpp=FILE -f code.awk README.md PAGE ...
+# README's block with a main function is a program of its own. Those of the pages become the functions of one program
+# for each language, and what is no program a test case; both are named after page and line.
 BEGIN {
   print "// Written by code.awk from the pages.\n#include <afx.h>\n#include <gtest/gtest.h>\n" \
     "#include <ZERATools.h>\n#include <cstdio>\n#include \"fragments.h\"" >fragments
   print "// Written by code.awk from the pages.\n#include <stdio.h>" >c
+  print "// Written by code.awk from the pages.\n#include <stdio.h>" >cpp
 }
 FNR == 1 {
   page = FILENAME
@@ -19,14 +21,16 @@ FNR == 1 {
   next
 }
 /^```$/ {
-  if (inside == "```cpp" && text ~ /int main\(/) {
-    if (programs++) print "code.awk: a second program in " FILENAME ", line " line >"/dev/stderr"
+  if (inside == "```cpp" && text ~ /int main\(/ && !programs) {
+    programs = 1
     printf "%s", text >program
+  } else if (inside ~ /^```c(pp)?$/ && sub(/int main\((void)?\)/, "static int " page "_" line "(void)", text)) {
+    # A main function need not return.
+    sub(/\n}\n$/, "\n  return 0;\n}\n", text)
+    printf "\n#line %d \"%s\"\n%s", line + 1, FILENAME, text >(inside == "```c" ? c : cpp)
+    calls[inside] = calls[inside] "  printf(\"" page ", line " line ":\\n\");\n  if (" page "_" line "() != 0) return 1;\n"
   } else if (inside == "```cpp") {
     printf "\nTEST(Pages, %s_%d) {\n#line %d \"%s\"\n%s}\n", page, line, line + 1, FILENAME, text >fragments
-  } else if (inside == "```c" && sub(/int main\(void\)/, "static int " page "_" line "(void)", text)) {
-    printf "\n#line %d \"%s\"\n%s", line + 1, FILENAME, text >c
-    calls = calls "  printf(\"" page ", line " line ":\\n\");\n  if (" page "_" line "() != 0) return 1;\n"
   } else if (inside !~ /^```(cmake|ini|json|powershell|sh|text|rust|javascript|js|bat)$/) {
     print "code.awk: " FILENAME ", line " line ": a block of no known kind" >"/dev/stderr"
     bad = 1
@@ -36,6 +40,7 @@ FNR == 1 {
 }
 { text = text $0 "\n" }
 END {
-  printf "\nint main(void) {\n%s  return 0;\n}\n", calls >c
-  exit bad || programs != 1
+  printf "\nint main(void) {\n%s  return 0;\n}\n", calls["```c"] >c
+  printf "\nint main(void) {\n%s  return 0;\n}\n", calls["```cpp"] >cpp
+  exit bad || !programs
 }
