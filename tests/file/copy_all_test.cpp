@@ -44,6 +44,16 @@ TEST_P(CopyingAll, FilesAndFoldersEmptyOnesIncluded) {
   }
 }
 
+// The whole way to the destination is gone once, in its own spelling: what is missing on it is made.
+TEST_P(CopyingAll, MakesWhatTheDestinationsSpellingNames) {
+  test::Plant(temp_, {L"from\\", L"from\\sub\\", L"from\\sub\\deep\\", L"from\\sub\\deep\\a.txt", L"to\\",
+                      L"to\\sub\\"});
+  EXPECT_EQ(api_.CopyAll(temp_ / L"from\\", temp_ / L"missing\\..\\to\\", 0), 1);
+  EXPECT_EQ(test::ReadBytes(temp_ / L"to\\sub\\deep\\a.txt"), "from\\sub\\deep\\a.txt");
+  const auto attributes = ::GetFileAttributesW((temp_ / L"missing").c_str());
+  EXPECT_NE(attributes, INVALID_FILE_ATTRIBUTES);
+}
+
 TEST_P(CopyingAll, ZeroKeepsWhatIsThereAndOthersReplaceIt) {
   for (const unsigned overwrite : {0u, 1u, 0x80000000u}) {
     test::Plant(temp_, {L"from\\", L"from\\a.txt", L"from\\b.txt", L"from\\empty.txt", L"from\\sub\\",

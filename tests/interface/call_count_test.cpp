@@ -93,6 +93,50 @@ TEST_F(CallCounts, Conversions) {
             "__stdio_common_vswscanf 1");
 }
 
+TEST_F(CallCounts, Files) {
+  const std::wstring file = temp_.File(L"a.txt", "some bytes"), copy = temp_ / L"b.txt",
+                     missing = temp_ / L"missing";
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_FILE_EXIST_UC)>(1001)(file.c_str()); }),
+            "GetFileAttributesExW 1, GetFullPathNameW 1, GetThreadErrorMode 1, "
+            "SetThreadErrorMode 2");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_FILE_EXIST_UC)>(1001)(missing.c_str()); }),
+            "GetFileAttributesExW 1, GetThreadErrorMode 1, SetThreadErrorMode 2");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_FILE_COPY_UC)>(1016)(file.c_str(), copy.c_str()); }),
+            "CloseHandle 2, CreateFileW 2, GetThreadErrorMode 2, ReadFile 2, "
+            "SetThreadErrorMode 4, WriteFile 1");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_FILE_CHECK_WRITE_UC)>(1031)(temp_.path().c_str()); }),
+            "CloseHandle 1, CreateFileW 1, DeleteFileW 1, GetCurrentProcessId 1, "
+            "GetThreadErrorMode 2, SetThreadErrorMode 4");
+  EXPECT_EQ(During([&] {
+              temp_.File(L"c.txt", "");
+              Of<decltype(ZERA_TOOLS_FILE_DELETE_UC)>(1002)((temp_ / L"c.txt").c_str());
+            }),
+            "DeleteFileW 1, GetFileAttributesExW 3, GetFullPathNameW 2, "
+            "GetThreadErrorMode 4, SetThreadErrorMode 8");
+}
+
+TEST_F(CallCounts, Settings) {
+  const std::wstring file = temp_ / L"settings.ini";
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_WRITE_INT_UC)>(1061)(L"S", L"K", file.c_str(), 5); }),
+            "GetThreadErrorMode 1, SetThreadErrorMode 2, "
+            "WritePrivateProfileStringW 1");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_READ_INT_UC)>(1051)(L"S", L"K", file.c_str(), 0, 0, 9); }),
+            "GetPrivateProfileStringW 1, GetThreadErrorMode 1, "
+            "SetThreadErrorMode 2, _wtoi 1");
+}
+
+TEST_F(CallCounts, Encryption) {
+  CStringW cipher, plain;
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_ENC_STRING_L_UC)>(1077)(L"pass", L"plain text", cipher); }),
+            "CryptAcquireContextW 1, CryptCreateHash 1, CryptDeriveKey 1, "
+            "CryptDestroyHash 1, CryptDestroyKey 1, CryptEncrypt 1, "
+            "CryptHashData 1, CryptReleaseContext 1, allocations 4");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_DEC_STRING_UC)>(1076)(L"pass", cipher, plain); }),
+            "CryptAcquireContextW 1, CryptCreateHash 1, CryptDecrypt 1, "
+            "CryptDeriveKey 1, CryptDestroyHash 1, CryptDestroyKey 1, "
+            "CryptHashData 1, CryptReleaseContext 1, allocations 4");
+}
+
 // A folder below one that was just made costs what the one above it did: a tree twice as deep, twice the
 // calls.
 TEST_F(CallCounts, CopyingGrowsWithTheDepth) {
