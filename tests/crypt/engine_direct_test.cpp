@@ -2,6 +2,7 @@
 // The encryption engine from inside: its life beyond one call, and the pieces it is made of.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -111,6 +112,54 @@ TEST(CryptEngine, OneEngineServesOnePassPhraseAfterTheOther) {
     EXPECT_EQ(Bytes(engine.m_key), phrase);
     EXPECT_EQ(engine.DecryptText(key, text, TRUE, out), 5);
     EXPECT_EQ(Bytes(out), "plain");
+  }
+}
+
+// A larger pass phrase takes another block; the one before is wiped when it is given back.
+std::string givenBack;
+void* watchedBlock;
+TEST(CryptEngine, APassPhraseIsWipedBeforeALargerOne) {
+  CEncrypt engine;
+  crypt::ByteArray plain, key, out;
+  Fill(plain, "plain");
+  Fill(key, "a secret pass phrase");
+  CStringW text;
+  EXPECT_EQ(engine.EncryptToText(key, plain, text, TRUE), 10);
+  watchedBlock = engine.m_key.GetData();
+  givenBack.clear();
+  const auto note = +[](void* block) {
+    if (block && block == watchedBlock) givenBack.assign(static_cast<const char*>(block), 20);
+    test::Platform<void(void*)>(L"ucrtbase.dll", "free")(block);
+  };
+  const auto noteResize = +[](void* block, std::size_t size) -> void* {
+    if (block && block == watchedBlock) givenBack.assign(static_cast<const char*>(block), 20);
+    return test::Platform<void*(void*, std::size_t)>(L"ucrtbase.dll", "realloc")(block, size);
+  };
+  const test::ImportHook release("free", note, ::GetModuleHandleW(nullptr));
+  const test::ImportHook resize("realloc", noteResize, ::GetModuleHandleW(nullptr));
+  Fill(key, std::string(5000, 'k'));
+  EXPECT_EQ(engine.EncryptToText(key, plain, text, TRUE), 10);
+  EXPECT_EQ(givenBack, std::string(20, '\0'));
+}
+
+// A result array that is broken, with a size and no data, is emptied and used.
+TEST(CryptEngine, ABrokenResultArrayIsEmptied) {
+  struct Fields {
+    void* table;
+    BYTE* data;
+    INT_PTR size, room, growBy;
+  };
+  CEncrypt engine;
+  crypt::ByteArray key, plain, out;
+  Fill(key, "key");
+  Fill(plain, "plain");
+  CStringW text;
+  ASSERT_EQ(engine.EncryptToText(key, plain, text, TRUE), 10);
+  for (const INT_PTR size : {INT_PTR{5}, INT_PTR{-5}}) {
+    reinterpret_cast<Fields&>(out) = {reinterpret_cast<Fields&>(out).table, nullptr, size, 0, 0};
+    EXPECT_EQ(engine.DecryptText(key, text, TRUE, out), 5);
+    EXPECT_EQ(Bytes(out), "plain");
+    out.RemoveAll();
   }
 }
 

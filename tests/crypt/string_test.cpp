@@ -167,6 +167,15 @@ TEST(CryptString, PlainTextEndsAtItsFirstZeroByte) {
   EXPECT_EQ(Text(out), std::string(98, 'x'));
 }
 
+TEST(CryptString, OneByteComesBackAsOneCharacter) {
+  const CStringW plain(L"x");
+  CStringW text, back(L"before");
+  EXPECT_EQ(test::Export<decltype(ZERA_TOOLS_ENC_STRING_L_UC)>(1077)(L"key", plain, text), 2);
+  EXPECT_EQ(test::Export<decltype(ZERA_TOOLS_DEC_STRING_UC)>(1076)(L"key", text, back), 1);
+  EXPECT_STREQ(back.GetString(), L"x");
+  EXPECT_EQ(back.GetLength(), 1);
+}
+
 TEST(CryptString, UnitsBeyondOneByteLoseTheirHighByte) {
   CStringW cipher;
   EXPECT_EQ(LongUc(L"\u20AC\xD800k", Wide(L"\u0141\u4E2D\xDC00Z\xFFFF"), cipher), 10);

@@ -4,10 +4,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <cwchar>
 #include <string>
 
 #include "frame/App.h"
 #include "frame/WideText.h"
+#include "support/ImportHook.h"
 
 namespace {
 
@@ -70,6 +73,63 @@ TEST_F(FrameDirect, TextEndsWhereThePlatformEndsIt) {
   } else {
     EXPECT_STREQ(frame::WideText("\xE9.txt"), L"\xE9.txt");
   }
+}
+
+// The conversion of a text that is longer than the buffer fails: at once, at the measuring, at the last step.
+int conversions;
+int failingConversion;
+int WINAPI FailingConversion(UINT page, DWORD flags, const char* text, int size, wchar_t* out, int room) {
+  if (++conversions == failingConversion) {
+    ::SetLastError(ERROR_INVALID_PARAMETER);
+    return 0;
+  }
+  static auto* const real =
+      test::Platform<decltype(MultiByteToWideChar)>(L"kernel32.dll", "MultiByteToWideChar");
+  return real(page, flags, text, size, out, room);
+}
+
+TEST_F(FrameDirect, TextThatCannotBeConvertedIsEmpty) {
+  const std::string text(1000, 'a');
+  const test::ImportHook hook("MultiByteToWideChar", &FailingConversion, ::GetModuleHandleW(nullptr));
+  for (failingConversion = 1; failingConversion <= 3; ++failingConversion) {
+    conversions = 0;
+    EXPECT_STREQ(frame::WideText(text.c_str()), L"") << failingConversion;
+  }
+  failingConversion = 0;
+  EXPECT_EQ(std::wcslen(frame::WideText(text.c_str())), 1000u);
+}
+
+// A long text's block has room for its units, the terminator and one unit more; it is given back.
+std::size_t asked;
+void* block;
+int freed;
+TEST_F(FrameDirect, LongTextHasABlockOfItsSizeForTheCall) {
+  const std::string text(1000, 'a');
+  const test::ImportHook allocation(
+      "malloc",
+      +[](std::size_t size) -> void* {
+        asked = size;
+        return block = test::Platform<void*(std::size_t)>(L"ucrtbase.dll", "malloc")(size);
+      },
+      ::GetModuleHandleW(nullptr));
+  const test::ImportHook release(
+      "free",
+      +[](void* one) {
+        freed += one == block;
+        test::Platform<void(void*)>(L"ucrtbase.dll", "free")(one);
+      },
+      ::GetModuleHandleW(nullptr));
+  asked = 0;
+  freed = 0;
+  std::size_t units = 0;
+  {
+    const frame::WideText wide(text.c_str());
+    units = std::wcslen(wide);
+    EXPECT_EQ(freed, 0);
+  }
+  EXPECT_EQ(freed, 1);
+  EXPECT_EQ(units, 1000u);
+  EXPECT_EQ(asked, 1002 * sizeof(wchar_t));
 }
 
 TEST_F(FrameDirect, NullTextBecomesEmpty) {

@@ -59,6 +59,15 @@ TEST(Array, SizeZeroGivesTheStorageBack) {
   EXPECT_EQ(FieldsOf(array).growBy, 3);
 }
 
+TEST(Array, NegativeSizeGivesTheStorageBack) {
+  ByteArray array;
+  array.SetSize(10);
+  array.SetSize(-1);
+  EXPECT_EQ(array.GetSize(), 0);
+  EXPECT_EQ(array.GetData(), nullptr);
+  EXPECT_EQ(FieldsOf(array).room, 0);
+}
+
 TEST(Array, AddingGrowsAndMayTakeItsOwnElement) {
   ByteArray array;
   for (int i = 0; i < 1'000; ++i) EXPECT_EQ(array.Add(static_cast<BYTE>(i)), i);

@@ -3,7 +3,9 @@
 #include <afxmt.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <limits>
+#include <new>
 
 #include "support/ImportHook.h"
 
@@ -29,6 +31,63 @@ TEST(Errors, ExhaustedMemoryIsTheMemoryException) {
   EXPECT_EQ(CodeOf([] { AtlThrow(E_OUTOFMEMORY); }), E_OUTOFMEMORY);
   EXPECT_EQ(CodeOf([] { AtlThrow(E_FAIL); }), E_FAIL);
   EXPECT_EQ(CodeOf([] { AtlThrow(E_INVALIDARG); }), E_INVALIDARG);
+}
+
+// An OLE exception may carry the same code and is another class all the same.
+TEST(Errors, TheMemoryExceptionIsNoOleException) {
+  bool memory = false, ole = false;
+  try {
+    AtlThrow(E_OUTOFMEMORY);
+  } catch (CMemoryException*) {
+    memory = true;
+  } catch (COleException* exception) {
+    exception->Delete();
+  }
+  try {
+    AfxThrowOleException(E_OUTOFMEMORY);
+  } catch (CMemoryException*) {
+  } catch (COleException* exception) {
+    ole = exception->m_sc == E_OUTOFMEMORY;
+    exception->Delete();
+  }
+  EXPECT_TRUE(memory);
+  EXPECT_TRUE(ole);
+}
+
+// A host may destroy an object in place and give its memory back by itself.
+TEST(Errors, DestroyedWithoutFreeing) {
+  static int freed;
+  static void* object;
+  object = new COleException(E_FAIL);
+  const test::ImportHook hook(
+      "free",
+      +[](void* block) {
+        freed += block == object;
+        test::Platform<void(void*)>(L"ucrtbase.dll", "free")(block);
+      },
+      ::GetModuleHandleW(nullptr));
+  freed = 0;
+  EXPECT_EQ(static_cast<COleException*>(object)->DeletingDestructor(0), object);
+  EXPECT_EQ(freed, 0);
+  ::operator delete(object);
+  EXPECT_EQ(freed, 1);
+}
+
+// Nobody may go on behind the point where an exception was raised.
+void* resume[5];
+DWORD raisedFlags;
+TEST(Errors, AreRaisedAsNoncontinuable) {
+  const test::ImportHook hook(
+      "RaiseException",
+      +[](DWORD, DWORD flags, DWORD, const ULONG_PTR*) {
+        raisedFlags = flags;
+        __builtin_longjmp(resume, 1);
+      },
+      ::GetModuleHandleW(nullptr));
+  static COleException exception(E_FAIL);
+  raisedFlags = 0;
+  if (__builtin_setjmp(resume) == 0) framework::RaiseToHost(&exception);
+  EXPECT_EQ(raisedFlags, static_cast<DWORD>(EXCEPTION_NONCONTINUABLE));
 }
 
 TEST(Errors, PlatformNumbersBecomeCodes) {

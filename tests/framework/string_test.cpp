@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "support/ImportHook.h"
+
 namespace {
 
 using Text = std::wstring;
@@ -190,6 +192,86 @@ TEST(String, SharedBufferIsForked) {
     EXPECT_EQ(manager.outstanding, 2);
   }
   EXPECT_EQ(manager.outstanding, 1);
+}
+
+// A shared text that is longer than the new one is copied whole before it is cut.
+TEST(String, SharedBufferLongerThanTheResult) {
+  CountingManager manager;
+  const Text old(300, L'o');
+  HostString other(manager, old, 300);
+  other.data().AddRef();
+  HostString string(&other.data());
+  string.object().SetString(L"ab");
+  string.Expect(L"ab");
+  other.Expect(old);
+  EXPECT_GE(string.data().nAllocLength, 300) << "the old text had room in it";
+}
+
+// A conversion that fails after the text was measured.
+int narrowings;
+TEST(String, TextThatCannotBeConvertedIsEmpty) {
+  const test::ImportHook hook(
+      "WideCharToMultiByte",
+      +[](UINT page, DWORD flags, const wchar_t* text, int size, char* out, int room, const char* stand,
+          BOOL* used) -> int {
+        if (++narrowings == 2) return 0;
+        static auto* const real =
+            test::Platform<decltype(WideCharToMultiByte)>(L"kernel32.dll", "WideCharToMultiByte");
+        return real(page, flags, text, size, out, room, stand, used);
+      },
+      ::GetModuleHandleW(nullptr));
+  narrowings = 0;
+  CStringA text("before");
+  text = L"a text";
+  EXPECT_EQ(narrowings, 2);
+  EXPECT_EQ(text.GetLength(), 0);
+  EXPECT_STREQ(text.GetString(), "");
+}
+
+// Copies take their buffers from the manager that the string's manager names for them.
+TEST(String, AForkTakesItsBufferFromTheClone) {
+  CountingManager clone;
+  class Cloned final : public IAtlStringMgr {
+   public:
+    Cloned(IAtlStringMgr& inner, IAtlStringMgr& copies) : inner_(inner), copies_(copies) {}
+    CStringData* Allocate(int chars, int size) noexcept override { return inner_.Allocate(chars, size); }
+    void Free(CStringData* data) noexcept override { inner_.Free(data); }
+    CStringData* Reallocate(CStringData* data, int chars, int size) noexcept override {
+      return inner_.Reallocate(data, chars, size);
+    }
+    CStringData* GetNilString() noexcept override { return inner_.GetNilString(); }
+    IAtlStringMgr* Clone() noexcept override { return &copies_; }
+
+   private:
+    IAtlStringMgr& inner_;
+    IAtlStringMgr& copies_;
+  };
+  CountingManager inner;
+  Cloned manager(inner, clone);
+  HostString other(inner, L"old", 20);
+  other.data().pStringMgr = &manager;
+  other.data().AddRef();
+  HostString string(&other.data());
+  string.object() = L"new text";
+  string.Expect(L"new text");
+  EXPECT_EQ(string.data().pStringMgr, &clone);
+  EXPECT_EQ(clone.outstanding, 1);
+  EXPECT_EQ(inner.outstanding, 1);
+  other.data().pStringMgr = &inner;
+}
+
+// The buffer of a locked target stays where it is, also when the source is of the same manager.
+TEST(String, AssignmentToALockedStringCopies) {
+  CountingManager manager;
+  HostString from(manager, L"from", 20), target(manager, L"target", 20);
+  target.data().nRefs = -1;
+  const wchar_t* const buffer = target.text();
+  target.object() = from.object();
+  target.Expect(L"from");
+  EXPECT_EQ(target.text(), buffer);
+  EXPECT_EQ(target.data().nRefs, -1);
+  EXPECT_EQ(from.data().nRefs, 1);
+  target.data().nRefs = 1;
 }
 
 TEST(String, LockedBufferStaysWhereItIs) {

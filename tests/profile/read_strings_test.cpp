@@ -251,6 +251,26 @@ TEST_F(ReadString, AbsurdCapacitiesRaiseTheMemoryException) {
   }
 }
 
+// The longest scratch text is asked of the heap, one unit more is not: it would not fit a string object.
+std::size_t mostAsked;
+void* __cdecl RefusingLargeMalloc(size_t size) {
+  if (size > mostAsked) mostAsked = size;
+  return size > 1'000'000 ? nullptr : std::malloc(size);
+}
+
+TEST_F(ReadString, TheLongestScratchTextIsAskedOfTheHeap) {
+  constexpr std::size_t kLongest = 0x7FFFFFE0 / 10;
+  wchar_t out[8];
+  for (const std::size_t capacity : {kLongest, kLongest + 1}) {
+    const test::ImportHook memory("malloc", &RefusingLargeMalloc);
+    mostAsked = 0;
+    EXPECT_EQ(test::RaisedBy([&] { ReadWide(L"S", L"K", file_.wide(), L"d", out, capacity); }),
+              test::kMemoryException);
+    EXPECT_EQ(mostAsked > 1'000'000, capacity == kLongest) << capacity;
+    EXPECT_TRUE(capacity != kLongest || mostAsked >= kLongest * 10 * sizeof(wchar_t)) << mostAsked;
+  }
+}
+
 int mallocsLeft;
 void* __cdecl FailingMalloc(size_t size) {
   return mallocsLeft-- > 0 ? std::malloc(size) : nullptr;

@@ -36,6 +36,14 @@ class ImportHook {
   void* original_ = nullptr;
 };
 
+/// A platform function past all import tables, for replacements in the test program itself, whose own calls
+/// would come back to them.
+template <class Function>
+Function* Platform(const wchar_t* module, const char* name) {
+  return reinterpret_cast<Function*>(
+      reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(module), name)));
+}
+
 /// Whether the library imports a function of this name.
 bool IsImported(const char* name, HMODULE module = nullptr);
 

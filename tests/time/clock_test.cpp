@@ -193,6 +193,22 @@ TEST_F(Clock, NowIsTheRuntimesWallClock) {
   EXPECT_DOUBLE_EQ(hrtime::NowSecondsF(), 1709647629.042);
 }
 
+// The step that goes into the next second has its length all the same.
+TEST_F(Clock, AStepAcrossASecondIsMeasured) {
+  static int reading;
+  reading = 0;
+  const test::ImportHook hook(
+      "_ftime64_s",
+      +[](struct __timeb64* value) -> errno_t {
+        const int milliseconds = 995 + 10 * (reading++ / 2);
+        value->time = 1709647629 + milliseconds / 1000;
+        value->millitm = static_cast<unsigned short>(milliseconds % 1000);
+        return 0;
+      },
+      Program());
+  EXPECT_DOUBLE_EQ(hrtime::FtimeResolutionMs(), 10.0);
+}
+
 TEST_F(Clock, ResolutionsAreMeasuredOnTheirClocks) {
   wallStep = 10;
   EXPECT_DOUBLE_EQ(hrtime::FtimeResolutionMs(), 10.0);

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
+#include <functional>
 #include <optional>
 #include <thread>
 #include <vector>
@@ -20,6 +22,7 @@ HMODULE Program() {
 struct Step {
   CRITICAL_SECTION* section;
   bool enter;
+  bool operator==(const Step&) const = default;
 };
 std::vector<Step> steps;
 DWORD watched = 0;
@@ -131,6 +134,61 @@ TEST_F(Locks, AssignmentToItself) {
   CHRTime& same = time;
   time = same;
   EXPECT_EQ(time.GetCounter(), counter);
+}
+
+TEST_F(Locks, ClearTakesTheTimeBeforeItsCounter) {
+  CHRTime time;
+  Restart();
+  time.SetNow();
+  const std::vector<CRITICAL_SECTION*> expected = Entered();
+  ASSERT_EQ(expected.size(), 2u);
+  Restart();
+  time.Clear();
+  EXPECT_EQ(Entered(), expected);
+  EXPECT_EQ(MostHeld(), 2);
+}
+
+// Both ends of a span are read and written under its own lock, with one of an end's at a time.
+TEST_F(Locks, ASpanLocksBothItsEnds) {
+  CHRTimeSpan span;
+  CHRTimeSpan fixed(1, 2);
+  Restart();
+  span.IsNull();
+  ASSERT_EQ(Entered().size(), 2u);
+  CRITICAL_SECTION* const own = Entered()[0];
+  const std::function<void()> accesses[] = {[&] { span.IsNull(); }, [&] { span.Start(); },
+                                            [&] { span.Clear(); }, [&] { span.ElapsedMicroseconds(); },
+                                            [&] { span.ElapsedMinutesF(); }};
+  int number = 0;
+  for (const auto& access : accesses) {
+    Restart();
+    access();
+    ASSERT_GE(steps.size(), 4u) << number;
+    EXPECT_EQ(steps.front().section, own) << number;
+    EXPECT_TRUE(steps.front().enter) << number;
+    EXPECT_EQ(steps.back().section, own) << "first in, last out: " << number;
+    EXPECT_EQ(std::count(steps.begin(), steps.end(), steps.front()), 1) << number;
+    EXPECT_EQ(MostHeld(), 2) << number;
+    ++number;
+  }
+  Restart();
+  fixed.ElapsedMicroseconds();
+  EXPECT_EQ(MostHeld(), 2);
+}
+
+// One thread starts a span again and again while another reads it: no reading mixes two measurements, which
+// would show as a time that runs backwards.
+TEST(SharedSpan, ReadingsAreNotTorn) {
+  CHRTimeSpan span;
+  std::atomic<bool> done = false;
+  std::thread starter([&] {
+    while (!done) span.Start();
+  });
+  int backwards = 0;
+  for (int i = 0; i < 100'000; ++i) backwards += span.ElapsedMicroseconds() < 0;
+  done = true;
+  starter.join();
+  EXPECT_EQ(backwards, 0);
 }
 
 BOOL WINAPI FailingInitialize(CRITICAL_SECTION*, DWORD) {

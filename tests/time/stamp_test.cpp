@@ -134,6 +134,13 @@ TEST_F(Stamp, StartInTheFutureIsSetToNow) {
   EXPECT_EQ(earlier.milliseconds, 42u);
 }
 
+TEST_F(Stamp, EqualInstantsAreNotInTheFuture) {
+  Instant earlier = {wall.time + 500, 7};
+  EXPECT_EQ(hrtime::StampElapsedMs(earlier, {wall.time + 500, 7}), 0);
+  EXPECT_EQ(earlier.seconds, wall.time + 500) << "left as it was";
+  EXPECT_EQ(earlier.milliseconds, 7u);
+}
+
 TEST_F(Stamp, TimesSinceAStart) {
   Instant earlier = {wall.time - 2, 42};
   EXPECT_EQ(hrtime::StampMsSince(earlier), 2000);

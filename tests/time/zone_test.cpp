@@ -8,9 +8,11 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <map>
 #include <string>
 #include <vector>
 
+#include "file/Files.h"
 #include "time/Calendar.h"
 
 namespace {
@@ -66,6 +68,23 @@ void ExpectLocal(const Expected& row) {
   EXPECT_EQ(local.minute, row.local.minute) << row.seconds;
   EXPECT_EQ(local.second, row.local.second) << row.seconds;
   EXPECT_EQ(local.milliseconds, row.local.milliseconds) << row.seconds;
+}
+
+// The time that stands for none, 1 January 1980, 01:00, is standard time everywhere: in the south that is
+// summer.
+TEST(Zone, TheTimeOfAMissingFileIsStandardTime) {
+  const char* const wanted = std::getenv("ZERA_TEST_ZONE");
+  ASSERT_NE(wanted, nullptr);
+  const std::string name = wanted;
+  ::_putenv("TZ=");
+  ::_tzset();
+  const std::map<std::string, int> hoursEast = {
+      {"Europe/Berlin", 1}, {"America/New_York", -5}, {"Australia/Sydney", 10}, {"UTC", 0}};
+  const auto zone = hoursEast.find(name);
+  ASSERT_NE(zone, hoursEast.end());
+  long long time = 0;
+  EXPECT_EQ(file::GetTimeModified(L"X:\\no such file", &time), 0);
+  EXPECT_EQ(time, 315532800 + 3600 - 3600 * zone->second);
 }
 
 TEST(Zone, ChangesOfDaylightSaving) {

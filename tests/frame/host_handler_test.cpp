@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+// Exceptions that a host's own invalid-parameter handler raises below an export: they pass through as they
+// are, and nothing of the library's is left behind, although some kinds run none of its destructors.
+#include <gtest/gtest.h>
+
+#include <ZERATools.h>
+
+#include <functional>
+#include <new>
+#include <string>
+
+#include "support/ImportHook.h"
+#include "support/Library.h"
+
+// A host's own class, of a name that the library knows too.
+struct CException {
+  int number = 0;
+};
+
+namespace {
+
+std::function<void()> raise;
+
+void __cdecl Handler(const wchar_t*, const wchar_t*, const wchar_t*, unsigned int, uintptr_t) {
+  raise();
+}
+
+class HostHandler : public ::testing::Test {
+ protected:
+  ~HostHandler() override { ::_set_invalid_parameter_handler(before_); }
+
+ private:
+  _invalid_parameter_handler before_ = ::_set_invalid_parameter_handler(&Handler);
+};
+
+const auto GetExt = test::Export<decltype(ZERA_TOOLS_FILE_GET_EXT_UC)>(1013);
+
+void TooSmall() {
+  wchar_t text[2];
+  GetExt(L"a.txt", text, 2);
+}
+
+TEST_F(HostHandler, WhatItRaisesPassesThroughAsItIs) {
+  raise = [] { throw std::bad_alloc(); };
+  EXPECT_THROW(TooSmall(), std::bad_alloc);
+  raise = [] { throw 42; };
+  EXPECT_THROW(TooSmall(), int);
+  raise = [] { throw std::string("text"); };
+  EXPECT_THROW(TooSmall(), std::string);
+  CException own;
+  raise = [&] { throw &own; };
+  try {
+    TooSmall();
+    ADD_FAILURE() << "nothing was raised";
+  } catch (CException* caught) {
+    EXPECT_EQ(caught, &own);
+  }
+}
+
+int providers, hashes, keys;
+
+struct CountedCrypto {
+  test::ImportHook acquire{"CryptAcquireContextW", +[](HCRYPTPROV* provider, const wchar_t* container,
+                                                       const wchar_t* name, DWORD type, DWORD flags) {
+                             const BOOL done = ::CryptAcquireContextW(provider, container, name, type, flags);
+                             providers += done;
+                             return done;
+                           }};
+  test::ImportHook release{"CryptReleaseContext", +[](HCRYPTPROV provider, DWORD flags) {
+                             --providers;
+                             return ::CryptReleaseContext(provider, flags);
+                           }};
+  test::ImportHook hash{"CryptCreateHash",
+                        +[](HCRYPTPROV provider, ALG_ID kind, HCRYPTKEY key, DWORD flags, HCRYPTHASH* made) {
+                          const BOOL done = ::CryptCreateHash(provider, kind, key, flags, made);
+                          hashes += done;
+                          return done;
+                        }};
+  test::ImportHook destroyHash{"CryptDestroyHash", +[](HCRYPTHASH made) {
+                                 --hashes;
+                                 return ::CryptDestroyHash(made);
+                               }};
+  test::ImportHook derive{
+      "CryptDeriveKey", +[](HCRYPTPROV provider, ALG_ID kind, HCRYPTHASH from, DWORD flags, HCRYPTKEY* made) {
+        const BOOL done = ::CryptDeriveKey(provider, kind, from, flags, made);
+        keys += done;
+        return done;
+      }};
+  test::ImportHook destroyKey{"CryptDestroyKey", +[](HCRYPTKEY key) {
+                                --keys;
+                                return ::CryptDestroyKey(key);
+                              }};
+};
+
+// Leaves as an exception of another ABI does: no destructor of the library runs.
+void* resume[5];
+int raised;
+bool Leaves(const std::function<void()>& call) {
+  raise = [] {
+    ++raised;
+    __builtin_longjmp(resume, 1);
+  };
+  raised = 0;
+  if (__builtin_setjmp(resume) == 0) call();
+  return raised == 1;
+}
+
+TEST_F(HostHandler, NothingOwnedIsLeftByExportsThatBuildTexts) {
+  const std::wstring umlauts = L"Gr\u00FC\u00DFe", longKey(500, L'k');
+  const std::string plainKey(500, 'k');
+  wchar_t text[64];
+  std::size_t count = 0;
+  // The line of the key alone and its terminator, and the companion's line without one.
+  const std::size_t exact = 2 + umlauts.size() + 1 + (7 + umlauts.size() + 2 + 1);
+  const std::function<void()> calls[] = {
+      [] { test::Export<decltype(ZERA_TOOLS_ENC)>(71)("pass phrase", nullptr, 0, nullptr, 10, TRUE); },
+      [&] {
+        test::Export<decltype(ZERA_TOOLS_BUFWRITE_SECTION)>(80)(plainKey.c_str(), nullptr, 999, &count);
+      },
+      [&] {
+        test::Export<decltype(ZERA_TOOLS_BUFWRITE_SECTION_UC)>(1080)(longKey.c_str(), nullptr, 999, &count);
+      },
+      [&] {
+        test::Export<decltype(ZERA_TOOLS_BUFWRITE_STRING)>(81)(plainKey.c_str(), nullptr, 999, "v", &count);
+      },
+      [&] {
+        test::Export<decltype(ZERA_TOOLS_BUFWRITE_STRING_UC)>(1081)(longKey.c_str(), nullptr, 2999,
+                                                                    umlauts.c_str(), &count);
+      },
+      [&] {
+        test::Export<decltype(ZERA_TOOLS_BUFWRITE_STRING_UC)>(1081)(L"k", text, exact, umlauts.c_str(),
+                                                                    &count);
+      },
+      [&] { test::Export<decltype(ZERA_TOOLS_BUFWRITE_INT)>(82)(plainKey.c_str(), nullptr, 999, 7, &count); },
+      [&] {
+        test::Export<decltype(ZERA_TOOLS_BUFWRITE_INT_UC)>(1082)(longKey.c_str(), nullptr, 999, 7, &count);
+      },
+      [&] {
+        test::Export<decltype(ZERA_TOOLS_BUFWRITE_DOUBLE_UC)>(1084)(longKey.c_str(), nullptr, 999, 7, &count);
+      },
+  };
+  const CountedCrypto crypto;
+  int number = 0;
+  for (const auto& call : calls) {
+    ++number;
+    const test::HeapWatch heap;
+    EXPECT_TRUE(Leaves(call)) << number;
+    EXPECT_EQ(heap.Outstanding(), 0) << number;
+  }
+  EXPECT_EQ(providers, 0);
+  EXPECT_EQ(hashes, 0);
+  EXPECT_EQ(keys, 0);
+}
+
+// With a handler that returns, a line without a position is as before: the count of a success.
+TEST_F(HostHandler, LinesWithoutAPositionCount) {
+  int calls = 0;
+  raise = [&] { ++calls; };
+  std::size_t count = 0;
+  EXPECT_EQ(test::Export<decltype(ZERA_TOOLS_BUFWRITE_STRING_UC)>(1081)(L"k", nullptr, 99, L"\u00FC", &count),
+            1);
+  EXPECT_EQ(calls, 2) << "for each line";
+  EXPECT_EQ(count, 4u + 10u);
+}
+
+}  // namespace
