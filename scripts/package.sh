@@ -1,13 +1,17 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Makes build/ZERATools-<version>-win64.zip and its checksum from a build folder:
-#   package.sh BUILD_FOLDER VERSION
-# (cmake --build --preset package calls it). Two builds of the same sources give the same bytes: the files carry the
+# Makes build/ZERATools-<version>-win64.zip, or the tests' kit ZERATools-<version>-tests.zip, and its checksum from a
+# build folder:
+#   package.sh BUILD_FOLDER VERSION [tests]
+# (cmake --build --preset package and --preset kit call it). Two builds of the same sources give the same bytes: the files carry the
 # version's date in the changelog, stand in sorted order and have no owner.
 set -euo pipefail
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
-build=$1 version=$2
-name=ZERATools-$version-win64
+build=$1 version=$2 kind=${3:-win64}
+name=ZERATools-$version-$kind
+what=()
+# The kit's programs go without the debugging information that their parts of the library bring.
+[ "$kind" = win64 ] || what=(--component tests --strip)
 out=$(dirname "$build")
 export TZ=UTC LC_ALL=C
 
@@ -17,31 +21,34 @@ if [ -z "$date" ]; then
   exit 1
 fi
 
-staging=$build/package/staging
+staging=$build/package/staging-$kind
 rm -rf "$staging"
-cmake --install "$build" --prefix "$staging/$name" >"$build/package/install.log"
+cmake --install "$build" --prefix "$staging/$name" "${what[@]}" >"$build/package/install-$kind.log"
 cd "$staging/$name"
 
-# The bill of materials: each file with its checksums, and what the format wants of them all.
-find . -type f -printf '%P\n' | sort >../files
-xargs -d '\n' sha1sum <../files | sed 's/  .*//' >../sha1
-xargs -d '\n' sha256sum <../files | sed 's/  .*//' >../sha256
-verification=$(sort ../sha1 | tr -d '\n' | sha1sum | sed 's/ .*//')
-paste -d ' ' ../sha1 ../sha256 ../files | awk '{
-  sha1 = $1
-  sha256 = $2
-  sub(/^[^ ]+ [^ ]+ /, "")
-  # The programs hold parts of the two other packages, and the reference those of its generator.
-  licence = ($0 ~ "^(bin|docs/reference)/") ? "NOASSERTION" : "MIT"
-  printf "%s    {\"SPDXID\": \"SPDXRef-File-%d\", \"fileName\": \"./%s\", \"checksums\": [\n", (NR > 1 ? ",\n" : ""), NR, $0
-  printf "      {\"algorithm\": \"SHA1\", \"checksumValue\": \"%s\"},\n", sha1
-  printf "      {\"algorithm\": \"SHA256\", \"checksumValue\": \"%s\"}],\n", sha256
-  printf "      \"licenseConcluded\": \"%s\", \"licenseInfoInFiles\": [\"%s\"], ", licence, licence
-  printf "\"copyrightText\": \"NOASSERTION\"}"
+# The package's bill of materials: each file with its checksums, and what the format wants of them all.
+materials() {
+  find . -type f -printf '%P\n' | sort >../files
+  xargs -d '\n' sha1sum <../files | sed 's/  .*//' >../sha1
+  xargs -d '\n' sha256sum <../files | sed 's/  .*//' >../sha256
+  verification=$(sort ../sha1 | tr -d '\n' | sha1sum | sed 's/ .*//')
+  paste -d ' ' ../sha1 ../sha256 ../files | awk '{
+    sha1 = $1
+    sha256 = $2
+    sub(/^[^ ]+ [^ ]+ /, "")
+    # The programs hold parts of the two other packages, and the reference those of its generator.
+    licence = ($0 ~ "^(bin|docs/reference)/") ? "NOASSERTION" : "MIT"
+    printf "%s    {\"SPDXID\": \"SPDXRef-File-%d\", \"fileName\": \"./%s\", \"checksums\": [\n", (NR > 1 ? ",\n" : ""), NR, $0
+    printf "      {\"algorithm\": \"SHA1\", \"checksumValue\": \"%s\"},\n", sha1
+    printf "      {\"algorithm\": \"SHA256\", \"checksumValue\": \"%s\"}],\n", sha256
+    printf "      \"licenseConcluded\": \"%s\", \"licenseInfoInFiles\": [\"%s\"], ", licence, licence
+    printf "\"copyrightText\": \"NOASSERTION\"}"
+  }
+  END { printf "\n" }' >../entries
+  sed -e "s/{{DIGEST}}/$verification/; s/{{VERIFICATION}}/$verification/; s/{{CREATED}}/${date}T00:00:00Z/" \
+    -e '/{{FILES}}/{' -e 'r ../entries' -e 'd' -e '}' "$build/package/ZERATools.spdx.json.in" >ZERATools.spdx.json
 }
-END { printf "\n" }' >../entries
-sed -e "s/{{DIGEST}}/$verification/; s/{{VERIFICATION}}/$verification/; s/{{CREATED}}/${date}T00:00:00Z/" \
-  -e '/{{FILES}}/{' -e 'r ../entries' -e 'd' -e '}' "$build/package/ZERATools.spdx.json.in" >ZERATools.spdx.json
+if [ "$kind" = win64 ]; then materials; fi
 
 find . -type f ! -name SHA256SUMS -printf '%P\n' | sort | xargs -d '\n' sha256sum >SHA256SUMS
 cd "$staging"

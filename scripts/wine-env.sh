@@ -30,7 +30,8 @@ wine() {
   env LOCPATH="$locales" LC_ALL="$locale" "$WINE" "$@" 9>&-
 }
 
-# The program stops here unless the prefix shows drive C: and the build folder as X:, nothing else.
+# The program stops here unless the prefix shows drive C: and as X: the build folder or a folder in it, nothing
+# else.
 wine_assert_cut_off() {
   local prefix=$1 entry
   if [ ! -e "$prefix/cut-off" ]; then
@@ -40,7 +41,7 @@ wine_assert_cut_off() {
   for entry in "$prefix"/dosdevices/*; do
     case ${entry##*/} in
       c:) [ "$(readlink "$entry")" = ../drive_c ] && continue ;;
-      x:) [ "$(realpath "$entry")" = "$top/build" ] && continue ;;
+      x:) case $(realpath -m "$entry") in "$top"/build | "$top"/build/*) continue ;; esac ;;
       com[0-9]* | lpt[0-9]*) continue ;;  # ports, listed whenever Wine's server starts; no files
     esac
     echo "wine-env: the prefix shows more than the build: $entry -> $(readlink "$entry")" >&2
