@@ -12,8 +12,8 @@ only_one_run scripts/test.sh
 scripts/setup.sh test
 configure tests
 
-# The programs that the chosen tests start. A test without one is a script: two of these look at the sources and the
-# prefix alone, the others at anything.
+# The programs that the chosen tests start. A test without one is a script: some of these need the library at most, the
+# others look at anything.
 needed=(all)
 if [ $# -gt 0 ]; then
   commands=$(ctest --preset tests -N -V "$@" | sed -n 's/^[0-9]*: Test command: //p')
@@ -27,7 +27,7 @@ if [ $# -gt 0 ]; then
       needed+=("${BASH_REMATCH[1]}")
     elif [[ $command =~ /fuzz/run\.sh\" ]]; then
       needed+=(fuzz)
-    elif ! [[ $command =~ /(isolation|header)\.sh\  ]]; then
+    elif ! [[ $command =~ /(isolation|header|exports|scripts|binary_size)\.sh\  ]]; then
       needed=(all)
       break
     fi
