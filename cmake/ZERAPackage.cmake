@@ -86,6 +86,8 @@ if(ZERA_DOXYGEN)
       > "${zera_reference}/pages/az.md"
     COMMAND awk -v order=number -f "${PROJECT_SOURCE_DIR}/docs/tables.awk" "${zera_reference}/ZERATools.h"
       > "${zera_reference}/pages/ordinals.md"
+    COMMAND awk -v version=${PROJECT_VERSION} -f "${PROJECT_SOURCE_DIR}/docs/exports.awk" "${zera_reference}/ZERATools.h"
+      > "${zera_reference}/exports.json"
     ${zera_prepare_pages}
     COMMAND ${ZERA_DOXYGEN} "${zera_reference}/Doxyfile" > "${zera_reference}/doxygen.log"
     # Pages that nothing leads to, named after the folders of the build.
@@ -100,6 +102,7 @@ if(ZERA_DOXYGEN)
     WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}" VERBATIM)
   add_custom_target(reference ALL DEPENDS "${zera_reference}/html/index.html")
   install(DIRECTORY "${zera_reference}/html/" DESTINATION docs/reference)
+  install(FILES "${zera_reference}/exports.json" DESTINATION share/zeratools)
 
 endif()
 

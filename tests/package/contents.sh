@@ -6,7 +6,8 @@ cd "$package"
 
 for file in bin/ZERATools.dll bin/ZERATools.dll.debug bin/zt.exe examples/zt/main.cpp include/ZERATools.h include/ZERATools/Types.h \
   include/ZERATools/Annotations.h include/ZERATools/Ordinals.h include/ZERATools/Version.h \
-  lib/libZERATools.dll.a lib/ZERATools.lib \
+  include/ZERATools/Objects.h include/ZERATools/Structures.h include/ZERATools/zera.hpp include/ZERATools/zera/settings.hpp \
+  share/zeratools/exports.json lib/libZERATools.dll.a lib/ZERATools.lib \
   lib/ZERATools.def lib/pkgconfig/ZERATools.pc lib/cmake/ZERATools/ZERAToolsConfig.cmake \
   lib/cmake/ZERATools/ZERAToolsConfigVersion.cmake lib/cmake/ZERATools/mingw-ucrt.cmake \
   docs/reference/index.html docs/reference/find-index.js docs/reference/page_az.html docs/reference/page_ordinals.html examples/c/main.c examples/cpp/main.cpp \
