@@ -98,6 +98,11 @@ void ConversionsGrowth();
 void Processes();
 void Application();
 
+// Where the time goes: what the library takes from the platform is counted and timed from the start on.
+void StartProfile(HMODULE library);
+void ClearProfile();
+void ShowProfile(const std::string& operation, double nanoseconds, int calls);
+
 // Peak memory: what one operation needs is made in one process, the operation runs in another. A small one
 // of the same kind takes first what only the first takes.
 enum class Input { small, large };

@@ -3,7 +3,8 @@
 //   zera_bench rows   MODE OUT    every operation once
 //   zera_bench growth MODE OUT    operations from small to large
 //   zera_bench memory MODE OUT    peak memory from small to large
-//   zera_bench only OPERATION SECONDS   the export alone, for a profiler; OPERATION is part of a name
+//   zera_bench profile OPERATION SECONDS   what the export spends in the platform; OPERATION is part of a
+//   name
 // MODE is quick, standard or full; OUT a file that lines are added to.
 #include <windows.h>
 
@@ -27,9 +28,9 @@ Mode mode = Mode::quick;
 std::wstring folder;
 std::FILE* out;
 HMODULE library;
-// For a profiler: the operation that runs alone, and for how long.
-std::string only;
-double onlySeconds;
+// The operation that is profiled, and for how long.
+std::string profiled;
+double profileSeconds;
 
 [[noreturn]] void Fail(const std::string& what) {
   std::fprintf(stderr, "zera_bench: %s\n", what.c_str());
@@ -99,9 +100,15 @@ double Nanoseconds() {
 
 void Measure(const char* family, const std::string& operation, std::size_t size, const Way& ours,
              const Way& bare, const Way& plain) {
-  if (!only.empty()) {
-    if (operation.find(only) == std::string::npos) return;
-    for (double spent = 0; spent < onlySeconds * 1e9;) spent += ours(1);
+  if (!profiled.empty()) {
+    // Others run once, since one may need what another has made.
+    ours(1);
+    if (operation.find(profiled) == std::string::npos) return;
+    ClearProfile();
+    int calls = 0;
+    double taken = 0;
+    for (; taken < profileSeconds * 1e9; ++calls) taken += ours(1);
+    ShowProfile(operation, taken, calls);
     return;
   }
   const Way* const ways[] = {&ours, &bare, &plain};
@@ -234,7 +241,7 @@ void MakeFolder(const std::string& of) {
 
 int main(int count, char** arguments) {
   using namespace bench;
-  if (count < 4) Fail("rows|growth|memory MODE OUT, or only OPERATION SECONDS");
+  if (count < 4) Fail("rows|growth|memory MODE OUT, or profile OPERATION SECONDS");
   const std::string command = arguments[1];
   if (command == "make" || command == "do") {
     LoadTheLibrary();
@@ -249,10 +256,12 @@ int main(int count, char** arguments) {
     return peak;
   }
   MakeFolder(std::to_string(::GetCurrentProcessId()));
-  if (command == "only") {
-    only = arguments[2];
-    onlySeconds = std::atof(arguments[3]);
+  if (command == "profile") {
+    profiled = arguments[2];
+    profileSeconds = std::atof(arguments[3]);
+    mode = Mode::standard;
     LoadTheLibrary();
+    StartProfile(library);
     Rows();
   } else {
     const std::string how = arguments[2];

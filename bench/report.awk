@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 # The table of a run, and each figure with its verdict.
-#   awk -f report.awk [-v markdown=1] figures.csv rows.csv growth.csv memory.csv
-# The fastest batches of all passes count. What a ratio differs by between the passes is its spread.
+#   awk -f report.awk [-v markdown=1] [-v missed=FILE] figures.csv rows.csv growth.csv memory.csv
+# Of each figure that is missed the worst operation goes into FILE. The fastest batches of all passes count. What a ratio differs by between the passes is its spread.
 BEGIN { FS = "," }
 
 FNR == 1 { file++ }
@@ -136,6 +136,7 @@ function verdicts(i, row, way, verdict, format) {
     }
     verdict = met == count ? "met" : met + near == count ? "within the spread" : "missed"
     ++result[verdict]
+    if (verdict == "missed" && missed) print worstName >missed
     format = kind[i] == "minus" || kind[i] == "memory" ? (worst > 1000 ? "%.0f" : "%.1f") : "%.2f"
     if (markdown) {
       printf "| %s | %s | " format " | " format " | %s | %d of %d | %s |\n",

@@ -124,13 +124,35 @@ about() {
     "$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -1)" "$("$WINE" --version 2>/dev/null)" "$mode" "$passes" \
     "$(((SECONDS - start + 59) / 60))" "load of the machine at the end $(cut -d' ' -f1 /proc/loadavg)"
 }
-{ about; awk -f bench/report.awk "${data[@]}"; } >"$result/table.txt"
+{ about; awk -v missed="$out/missed" -f bench/report.awk "${data[@]}"; } >"$result/table.txt"
+
+# Where a figure is missed: what the platform takes of it, by the library's own import table.
+: >"$result/profile.txt"
+if [ -e "$out/missed" ] && [ "$mode" != quick ]; then
+  say 'profile of what is missed'
+  sort -u "$out/missed" | while IFS= read -r operation; do
+    scripts/wine-run.sh build/release/bin/zera_bench.exe profile "$operation" 1 </dev/null 2>&1 | tr -d '\r'
+  done >"$result/profile.txt"
+  { printf '\nWhere the missed ones spend their time\n'; cat "$result/profile.txt"; } >>"$result/table.txt"
+fi
 if [ -n "$update" ]; then
-  { echo; about; awk -v markdown=1 -f bench/report.awk "${data[@]}"; echo; } >"$out/block"
+  {
+    echo
+    about
+    awk -v markdown=1 -f bench/report.awk "${data[@]}"
+    if [ -s "$result/profile.txt" ]; then
+      printf '\n### Where the missed ones spend their time\n\n'
+      sed 's/^/    /' "$result/profile.txt"
+    fi
+    for name in conversions encryption contents settings lines trees; do
+      printf '\n### Growth: %s\n\n![Growth of %s](images/growth-%s.png)\n' "$name" "$name" "$name"
+    done
+    echo
+  } >"$out/block"
   awk -v block="$out/block" '
     /<!-- measured -->/ { print; while ((getline line < block) > 0) print line; inside = 1 }
     /<!-- end -->/ { inside = 0 }
-    !inside && !/<!-- measured -->/
+    !inside
   ' docs/performance.md >"$out/page"
   cp "$out/page" docs/performance.md
   mkdir -p docs/images
