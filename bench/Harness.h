@@ -107,7 +107,7 @@ void ShowProfile(const std::string& operation, double nanoseconds, int calls);
 // of the same kind takes first what only the first takes.
 enum class Input { small, large };
 void MakeForMemory(const std::string& operation, std::size_t size);
-void DoForMemory(const std::string& operation, Input input);
+bool DoForMemory(const std::string& operation, Input input);
 void CleanAfterMemory();
 
 }  // namespace bench

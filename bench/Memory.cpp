@@ -41,20 +41,23 @@ void MakeForMemory(const std::string& operation, std::size_t size) {
   }
 }
 
-void DoForMemory(const std::string& operation, Input input) {
+bool DoForMemory(const std::string& operation, Input input) {
   const std::wstring file = Path(input, L"file"), copy = Path(input, L"copy");
   const std::wstring tree = Path(input, L"tree\\"), to = Path(input, L"copied\\");
   if (operation == "whole file in a buffer") {
     std::vector<BYTE> bytes(fs::file_size(file));
     unsigned long long count = 0;
-    sink = BENCH_EXPORT(ZERA_TOOLS_FILE_TO_BUFFER_UC)(file.c_str(), bytes.data(), bytes.size(), &count);
+    return BENCH_EXPORT(ZERA_TOOLS_FILE_TO_BUFFER_UC)(file.c_str(), bytes.data(), bytes.size(), &count) == 1;
   }
-  if (operation == "copy a file") sink = BENCH_EXPORT(ZERA_TOOLS_FILE_COPY_UC)(file.c_str(), copy.c_str());
+  if (operation == "copy a file")
+    return BENCH_EXPORT(ZERA_TOOLS_FILE_COPY_UC)(file.c_str(), copy.c_str()) == 1;
   if (operation == "compare files")
-    sink = BENCH_EXPORT(ZERA_TOOLS_FILE_COMPARE_UC)(file.c_str(), copy.c_str());
+    return BENCH_EXPORT(ZERA_TOOLS_FILE_COMPARE_UC)(file.c_str(), copy.c_str()) == 1;
   if (operation == "copy a tree")
-    sink = BENCH_EXPORT(ZERA_TOOLS_FILE_COPY_ALL_UC)(tree.c_str(), to.c_str(), 1);
-  if (operation == "delete a tree") sink = BENCH_EXPORT(ZERA_TOOLS_FILE_DELETE_ALL_UC)(tree.c_str(), L".*");
+    return BENCH_EXPORT(ZERA_TOOLS_FILE_COPY_ALL_UC)(tree.c_str(), to.c_str(), 1) == 1;
+  if (operation == "delete a tree")
+    return BENCH_EXPORT(ZERA_TOOLS_FILE_DELETE_ALL_UC)(tree.c_str(), L".*") == 1;
+  return false;
 }
 
 void CleanAfterMemory() {

@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: MIT
 # The table of a run, and each figure with its verdict.
 #   awk -f report.awk [-v markdown=1] [-v missed=FILE] figures.csv rows.csv growth.csv memory.csv
-# Of each figure that is missed the worst operation goes into FILE. The fastest batches of all passes count. What a ratio differs by between the passes is its spread.
+# Of each figure that is missed the worst operation goes into FILE. The fastest batches of all passes count.
+# What a ratio differs by between the passes is its spread.
 BEGIN { FS = "," }
 
 FNR == 1 { file++ }
@@ -16,7 +17,10 @@ file == 1 {
 # Lines of the program: pass,family,operation,size,batches, then fastest and median of ours, bare and plain.
 file == 2 {
   key = $2 SUBSEP $3
-  if (!(key in seen)) { seen[key] = ++rows; keys[rows] = key; familyOf[rows] = $2; operation[rows] = $3; size[rows] = $4 }
+  if (!(key in seen)) {
+    seen[key] = ++rows
+    familyOf[rows] = $2; operation[rows] = $3; size[rows] = $4
+  }
   row = seen[key]
   for (way = 0; way < 3; ++way) {
     if ($(6 + 2 * way) == "") continue
@@ -89,9 +93,10 @@ function table(row, current) {
 }
 
 function memory(i) {
-  printf (markdown ? "\n### %s\n\n| operation | largest | KiB |\n|---|--:|--:|\n" : "\n%s, growth in KiB up to the largest input\n"), "Peak memory"
+  print "\n" (markdown ? "### " : "") "Peak memory: growth in KiB up to the largest input"
+  if (markdown) print "\n| operation | largest | KiB |\n|---|--:|--:|"
   for (i = 1; i <= operations; ++i) {
-    printf (markdown ? "| %s | %s | %s |\n" : "%-40s %9s %10s\n"), peakName[i], peakSize[i], peakMost[i]
+    printf (markdown ? "| %s | %s | %s |\n" : "%-40s %9s %10s\n"), peakName[i], peakSize[i], peakMost[i] + 0
   }
 }
 
@@ -104,8 +109,9 @@ function judge(value, spreadOf, what, bound) {
 }
 
 function verdicts(i, row, way, verdict, format) {
-  if (markdown) print "\n### Figures\n\n| figure | limit | worst | spread | where | met | |\n|---|--:|--:|--:|---|--:|---|"
-  else printf "\n%-58s %8s %9s %8s %6s  %s\n", "Figures", "limit", "worst", "spread", "met", "verdict"
+  if (markdown) {
+    print "\n### Figures\n\n| figure | limit | worst | spread | where | met | |\n|---|--:|--:|--:|---|--:|---|"
+  } else printf "\n%-58s %8s %9s %8s %6s  %s\n", "Figures", "limit", "worst", "spread", "met", "verdict"
   for (i = 1; i <= figures; ++i) {
     count = met = near = 0
     for (row = 1; row <= rows; ++row) {
@@ -114,7 +120,11 @@ function verdicts(i, row, way, verdict, format) {
       if (kind[i] == "minus") {
         judge(fastest[row, 0] - fastest[row, 1], highMinus[row, 1] - lowMinus[row, 1], operation[row], limit[i])
       } else if (kind[i] == "bare" || kind[i] == "plain") {
-        if (!((row SUBSEP way) in fastest)) { print "report: nothing to compare with: " operation[row] >"/dev/stderr"; failed = 1; continue }
+        if (!((row SUBSEP way) in fastest)) {
+          print "report: nothing to compare with: " operation[row] >"/dev/stderr"
+          failed = 1
+          continue
+        }
         judge(fastest[row, 0] / fastest[row, way], high[row, way] - low[row, way], operation[row], limit[i])
       }
     }

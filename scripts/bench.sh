@@ -5,6 +5,7 @@
 #   scripts/bench.sh --full          growth to the large sizes too (files of 1 GiB, trees of 100,000 files); an hour
 #   scripts/bench.sh --quick         whether it works at all, in seconds; the numbers mean nothing
 #   scripts/bench.sh ... --update-docs   puts the run's table and pictures into docs/
+#   scripts/bench.sh ... --passes=N  other than 3 passes, or 5 of --full
 #   scripts/bench.sh ... --built     neither installs nor builds
 # The result is a table, CSV and pictures in build/bench/. It ends with 0 when everything was measured, whatever
 # came out.
@@ -16,11 +17,12 @@ set -euo pipefail
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 cd "$top"
 
-mode=standard update= built=
+mode=standard update= built= wanted=
 for argument in "$@"; do
   case $argument in
     --quick | --full) mode=${argument#--} ;;
     --update-docs) update=1 ;;
+    --passes=[1-9]*) wanted=${argument#*=} ;;
     --built) built=1 ;;
     *) sed -n '3,9s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
   esac
@@ -30,6 +32,7 @@ case $mode in
   standard) passes=3 space=1000 ;;
   full) passes=5 space=6000 ;;
 esac
+passes=${wanted:-$passes}
 
 if [ -z "$built" ]; then
   . scripts/build.sh
@@ -90,7 +93,7 @@ data=(bench/figures.csv "$result"/{rows,growth,memory}.csv)
 
 # draw FAMILY UNIT NAME: from the growth of a family's operations, nanoseconds for each unit.
 draw() {
-  local family=$1 unit=$2 name=$3 titles count
+  local family=$1 unit=$2 name=$3 titles count rows
   titles=$(awk -F, -v family="$family" '$2 == family && !seen[$3]++ { printf "\"%s\" ", $3 }' "$result/growth.csv")
   count=$(awk -F, -v family="$family" '$2 == family && !seen[$3]++ { ++n } END { print n }' "$result/growth.csv")
   awk -F, -v family="$family" '
@@ -101,8 +104,9 @@ draw() {
     }
     END { for (i = 1; i <= n; ++i) printf "%s%s", (i > 1 ? "\n\n" : ""), lines[order[i]] }
   ' "$result/growth.csv" >"$out/plot"
-  gnuplot -e "family='$family'; unit='$unit'; out='$result/$name.png'; data='$out/plot'; titles='$titles'" \
-    -e "picture_rows=$(((count + 2) / 3)); picture_height=$((40 + 260 * ((count + 2) / 3)))" bench/growth.gp 2>"$out/gnuplot.log" ||
+  rows=$(((count + 2) / 3))
+  gnuplot -e "family='$family'; unit='$unit'; titles='$titles'" -e "out='$result/$name.png'; data='$out/plot'" \
+    -e "picture_rows=$rows; picture_height=$((40 + 260 * rows))" bench/growth.gp 2>"$out/gnuplot.log" ||
     { cat "$out/gnuplot.log" >&2; return 1; }
 }
 if command -v gnuplot >/dev/null; then
