@@ -11,7 +11,7 @@ declare -A groups=(
   [build]="cmake ninja-build g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev"
   [demo]="@build wine wine64"
   [package]="@build doxygen llvm zip"
-  [test]="@demo @package clang googletest libclang-rt-dev libwine-dev lld make meson npm=npm pkgconf unzip"
+  [test]="@demo @package clang clang-tidy cppcheck googletest libclang-rt-dev libwine-dev lld make meson npm=npm pkgconf unzip"
   [bench]="@demo gnuplot-nox"
   [debug]="@demo gdb-mingw-w64"
 )
@@ -39,6 +39,7 @@ done
 # the build.
 declare -A program_of=(
   [cmake]=cmake [ninja-build]=ninja [g++-mingw-w64-x86-64-posix]=x86_64-w64-mingw32-g++ [wine]=wine
+  [clang-tidy]=clang-tidy [cppcheck]=cppcheck
   [doxygen]=doxygen [llvm]=llvm-dlltool [zip]=zip [clang]=clang [lld]=lld-link [npm]=npm [pkgconf]=pkg-config
   [make]=make [meson]=meson [unzip]=unzip [gnuplot-nox]=gnuplot [gdb-mingw-w64]=x86_64-w64-mingw32-gdb
 )

@@ -11,7 +11,7 @@
 namespace convert {
 
 // A byte's two digits, a blank and a NUL, the first in the lowest 16 bits: one store writes all four.
-inline constexpr auto kHexBytes = [] {
+constexpr auto HexBytes() {
   constexpr char kDigits[] = "0123456789ABCDEF";
   std::array<std::uint64_t, 0x100> bytes = {};
   for (unsigned i = 0; i < bytes.size(); ++i) {
@@ -19,7 +19,8 @@ inline constexpr auto kHexBytes = [] {
         std::uint64_t(kDigits[i >> 4]) | std::uint64_t(kDigits[i & 0xF]) << 16 | std::uint64_t(' ') << 32;
   }
   return bytes;
-}();
+}
+inline constexpr auto kHexBytes = HexBytes();
 
 // The number of digits of a code unit as "%X" writes it: upper case, no leading zeros.
 constexpr int HexLength(wchar_t unit) {

@@ -296,7 +296,7 @@ TEST_P(Saving, FailedOrShortWriteAndFailedCloseAreReported) {
       test::WriteBytes(path, "of before");
       const DWORD handles = test::OpenHandles();
       {
-        const CallLog log([=](const Call& call) { return FailAll(call, kind, what); });
+        const CallLog log([kind = kind, what = what](const Call& call) { return FailAll(call, kind, what); });
         const test::HeapWatch heap;
         EXPECT_EQ(api.FromBuffer(path, Data(bytes), bytes.size()), 0);
         EXPECT_TRUE(round == 0 || heap.Outstanding() == 0);

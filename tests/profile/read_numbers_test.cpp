@@ -23,9 +23,9 @@ using settings::Recorder;
 namespace {
 
 template <class Number>
-using Plain = Number(__cdecl)(const char*, const char*, const char*, Number, Number, Number);
+using Plain = Number __cdecl(const char*, const char*, const char*, Number, Number, Number);
 template <class Number>
-using Wide = Number(__cdecl)(const wchar_t*, const wchar_t*, const wchar_t*, Number, Number, Number);
+using Wide = Number __cdecl(const wchar_t*, const wchar_t*, const wchar_t*, Number, Number, Number);
 
 // An export and its UTF-16 twin.
 template <class Number>
