@@ -33,6 +33,10 @@ case $mode in
   full) passes=5 space=6000 ;;
 esac
 passes=${wanted:-$passes}
+if [ -n "$update" ] && [ "$mode" = quick ]; then
+  echo 'bench.sh: the numbers of a quick run are not for docs/' >&2
+  exit 2
+fi
 
 if [ -z "$built" ]; then
   . scripts/build.sh
@@ -124,7 +128,7 @@ fi
 # The table
 
 about() {
-  printf '%s; %s; %s; %s, %d passes, %d minutes; %s.\n' "$(date +%Y-%m-%d)" \
+  printf '%s; %s; %s; %s, passes: %d, minutes: %d; %s.\n' "$(date +%Y-%m-%d)" \
     "$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -1)" "$("$WINE" --version 2>/dev/null)" "$mode" "$passes" \
     "$(((SECONDS - start + 59) / 60))" "load of the machine at the end $(cut -d' ' -f1 /proc/loadavg)"
 }
