@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The export table is what hosts bind to. The library's own export directory, the module definition file, the public
-// header and the import library say the same. (That none of it changes is interface_test's, against its record.)
+// The export table is what hosts bind to. The library's own export directory, the module definition file, the
+// public header and the import library say the same. (That none of it changes is interface_test's, against
+// its record.)
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -87,7 +88,8 @@ TEST_F(ExportTable, NameAndNumberLeadToTheSameFunction) {
   }
 }
 
-// Hosts work the number of a UTF-16 variant out of its plain partner's. The application group has numbers of its own.
+// Hosts work the number of a UTF-16 variant out of its plain partner's. The application group has numbers of
+// its own.
 TEST_F(ExportTable, PairsAreAThousandApart) {
   std::map<std::string, unsigned> numbers;
   for (const auto& [ordinal, name] : kDefined) numbers[name] = ordinal;
