@@ -196,6 +196,7 @@ void ReadTexts(const File& file, std::size_t keys) {
           byLines("Name_utf8"));
   Measure("Settings", "read a text with hexadecimal companion", keys, ours(L"Old"), Calls([=] {
             wchar_t text[kCapacity];
+            text[0] = 0;
             std::vector<wchar_t> scratch(10 * kCapacity), second(10 * kCapacity);
             if (!Companion(L"Old", L"_utf8", scratch, path) && Companion(L"Old", L"_UC", second, path)) {
               wchar_t* out = text;
