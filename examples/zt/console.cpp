@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <iterator>
+
 namespace zt {
 namespace {
 
@@ -88,6 +90,17 @@ void Complain(std::wstring_view text) {
 
 void PrintError(std::wstring_view text) {
   Error().Write(WithLineEnds(text));
+}
+
+bool AskYes(std::wstring_view question) {
+  const HANDLE input = ::GetStdHandle(STD_INPUT_HANDLE);
+  DWORD mode;
+  if (!::GetConsoleMode(input, &mode) || !Error().IsConsole()) return true;
+  PrintError(std::wstring(question) + L" [y/N] ");
+  wchar_t answer[64] = {};
+  DWORD count = 0;
+  ::ReadConsoleW(input, answer, static_cast<DWORD>(std::size(answer)), &count, nullptr);
+  return count && (answer[0] == L'y' || answer[0] == L'Y');
 }
 
 bool ErrorsAreOnConsole() {

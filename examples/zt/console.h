@@ -19,6 +19,10 @@ void Complain(std::wstring_view text);
 /// The text on stderr as it is.
 void PrintError(std::wstring_view text);
 
+/// Asks a question on stderr; true for yes. Without a terminal nobody is asked, and the answer is yes:
+/// scripts have decided already.
+bool AskYes(std::wstring_view question);
+
 /// Whether somebody watches stderr.
 bool ErrorsAreOnConsole();
 /// Whether everything printed so far has reached stdout.

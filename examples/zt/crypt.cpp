@@ -110,9 +110,14 @@ Exit Store(const Arguments& arguments) {
 
 Exit Load(const Arguments& arguments) {
   const Place place(arguments);
+  if (!CanRead(place.file)) return no;
   const std::wstring cipher = ReadText(place, L"");
-  if (cipher.empty() || !IsCipherText(cipher)) {
-    Complain(cipher.empty() ? std::wstring(L"there is no value") : L"the value is no cipher text: " + cipher);
+  if (cipher.empty()) {
+    ComplainOfNoValue(place);
+    return no;
+  }
+  if (!IsCipherText(cipher)) {
+    Complain(L"the value is no cipher text: " + cipher);
     return no;
   }
   return Decrypt(arguments, 3, cipher);

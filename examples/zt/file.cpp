@@ -7,6 +7,7 @@
 
 #include "arguments.h"
 #include "console.h"
+#include "failure.h"
 #include "progress.h"
 
 namespace zt {
@@ -19,19 +20,33 @@ Exit Answer(int yes) {
   return yes ? done : no;
 }
 
-Exit Report(int success, const std::wstring& what, const std::wstring& failure) {
+// `why` asks the platform, only after a failure.
+template <class Why>
+Exit Report(int success, const std::wstring& what, const std::wstring& failure, Why why) {
   if (success) {
     PrintLine(what);
   } else {
-    Complain(failure);
+    Complain(failure, why());
   }
   return success ? done : no;
 }
 
 bool Missing(const std::wstring& path) {
   if (ZERA_TOOLS_FILE_EXIST_UC(path.c_str())) return false;
-  Complain(L"there is no " + path);
+  DWORD error = ERROR_FILE_NOT_FOUND;
+  IsThere(path, &error);
+  Complain(L"there is no " + path, error);
   return true;
+}
+
+// The library's sizes have 32 bits.
+std::uint64_t TrueSize(const std::wstring& path) {
+  WIN32_FILE_ATTRIBUTE_DATA data;
+  if (!::GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data) ||
+      data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
+    return ZERA_TOOLS_FILE_GET_SIZE_UC(path.c_str());
+  }
+  return static_cast<std::uint64_t>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
 }
 
 // Existing contents are only replaced on demand.
@@ -53,7 +68,7 @@ Exit Exists(const Arguments& arguments) {
 Exit Size(const Arguments& arguments) {
   const std::wstring& path = arguments.Path(0);
   if (Missing(path)) return no;
-  PrintLine(std::to_wstring(ZERA_TOOLS_FILE_GET_SIZE_UC(path.c_str())));
+  PrintLine(std::to_wstring(TrueSize(path)));
   return done;
 }
 
@@ -61,7 +76,7 @@ Exit Time(const Arguments& arguments) {
   const std::wstring& path = arguments.Path(0);
   __int64 seconds = 0;
   if (!ZERA_TOOLS_FILE_GET_TIME_MODIFIED_UC(path.c_str(), &seconds)) {
-    Complain(L"there is no " + path);
+    Missing(path);
     return no;
   }
   constexpr __int64 year3000 = 32535215999;  // as far as the runtime's calendar goes
@@ -92,14 +107,19 @@ Exit Create(const Arguments& arguments) {
   const std::wstring& path = arguments.Path(0);
   const bool there = ZERA_TOOLS_FILE_EXIST_UC(path.c_str()) != 0;
   return Report(ZERA_TOOLS_FILE_CREATE_UC(path.c_str()), (there ? L"already there: " : L"created ") + path,
-                L"could not create " + path);
+                L"could not create " + path, [&] { return WriteError(path); });
 }
 
 Exit Delete(const Arguments& arguments) {
   const std::wstring& path = arguments.Path(0);
   const bool there = ZERA_TOOLS_FILE_EXIST_UC(path.c_str()) != 0;
   return Report(ZERA_TOOLS_FILE_DELETE_UC(path.c_str()), (there ? L"deleted " : L"there was no ") + path,
-                L"could not delete " + path + L" (a folder, read-only, or held open)");
+                L"could not delete " + path, [&] {
+                  const DWORD attributes = ::GetFileAttributesW(path.c_str());
+                  const bool folder =
+                      attributes != INVALID_FILE_ATTRIBUTES && attributes & FILE_ATTRIBUTE_DIRECTORY;
+                  return folder ? ERROR_ACCESS_DENIED : DeleteError(path);
+                });
 }
 
 Exit Rename(const Arguments& arguments) {
@@ -108,7 +128,11 @@ Exit Rename(const Arguments& arguments) {
   RefuseSameFile(arguments);
   if (Missing(from) || Blocked(to, arguments)) return no;
   return Report(ZERA_TOOLS_FILE_RENAME_UC(from.c_str(), to.c_str()), L"renamed " + from + L" to " + to,
-                L"could not rename " + from + L" to " + to);
+                L"could not rename " + from + L" to " + to, [&] {
+                  // A target that is still there could not be deleted.
+                  const DWORD error = IsThere(to) ? DeleteError(to) : WriteError(to);
+                  return error ? error : DeleteError(from);
+                });
 }
 
 Exit Copy(const Arguments& arguments) {
@@ -118,13 +142,23 @@ Exit Copy(const Arguments& arguments) {
   if (Missing(from) || Blocked(to, arguments)) return no;
   const Progress progress(L"copying " + from);
   return Report(ZERA_TOOLS_FILE_COPY_UC(from.c_str(), to.c_str()), L"copied " + from + L" to " + to,
-                L"could not copy " + from + L" to " + to);
+                L"could not copy " + from + L" to " + to, [&] {
+                  const DWORD error = ReadError(from);
+                  return error ? error : WriteError(to);
+                });
 }
 
 Exit Compare(const Arguments& arguments) {
   const std::wstring& first = arguments.Path(0);
   const std::wstring& second = arguments.Path(1);
-  if (Missing(first) || Missing(second)) return no;
+  // The library calls two files different when it cannot look.
+  for (const std::wstring& path : {first, second}) {
+    if (Missing(path)) return bad;
+    if (const DWORD error = ReadError(path)) {
+      Complain(L"could not read " + path, error);
+      return bad;
+    }
+  }
   const Progress progress(L"comparing");
   const int equal = ZERA_TOOLS_FILE_COMPARE_UC(first.c_str(), second.c_str());
   PrintLine(equal ? L"equal" : L"different");
@@ -134,11 +168,15 @@ Exit Compare(const Arguments& arguments) {
 Exit Read(const Arguments& arguments) {
   const std::wstring& path = arguments.Path(0);
   if (Missing(path)) return no;
+  // The library would read the size modulo 4 GiB, and succeed.
+  if (TrueSize(path) > largestUint)
+    arguments.Reject(0, L"holds 4 GiB or more, which the library cannot read");
   std::string bytes(ZERA_TOOLS_FILE_GET_SIZE_UC(path.c_str()), '\0');
   unsigned __int64 count = 0;
   if (!ZERA_TOOLS_FILE_TO_BUFFER_UC(path.c_str(), reinterpret_cast<unsigned char*>(bytes.data()),
                                     bytes.size(), &count)) {
-    Complain(L"could not read " + path + L" (a folder, empty, or held open)");
+    const DWORD error = ReadError(path);
+    Complain(L"could not read " + path + (error ? L"" : L", which is empty"), error);
     return no;
   }
   PrintBytes(bytes);
@@ -158,7 +196,8 @@ Exit Write(const Arguments& arguments) {
   }
   return Report(ZERA_TOOLS_FILE_FROM_BUFFER_UC(
                     path.c_str(), reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()),
-                L"wrote " + std::to_wstring(bytes.size()) + L" bytes to " + path, L"could not write " + path);
+                L"wrote " + std::to_wstring(bytes.size()) + L" bytes to " + path, L"could not write " + path,
+                [&] { return WriteError(path); });
 }
 
 Exit CheckWrite(const Arguments& arguments) {
@@ -170,7 +209,10 @@ Exit Version(const Arguments& arguments) {
   if (Missing(path)) return no;
   wchar_t version[64];  // four numbers of at most 5 digits
   const int found = ZERA_TOOLS_FILE_GET_VERSION_UC(path.c_str(), version, std::size(version));
-  return Report(found, version, path + L" has no version information");
+  return Report(found, version, path + L" has no version information", [&] {
+    const DWORD error = ReadError(path);
+    return error ? error : ERROR_RESOURCE_DATA_NOT_FOUND;
+  });
 }
 
 Exit FreeSpace(const Arguments& arguments) {
@@ -183,13 +225,18 @@ Exit FreeSpace(const Arguments& arguments) {
   const float gigabytes = ZERA_TOOLS_FILE_GET_FREEDISK_GB_UC(drive[0]);
   wchar_t text[64];
   std::swprintf(text, std::size(text), L"%.3f GB", static_cast<double>(gigabytes));
-  return Report(gigabytes > 0, text, L"the free space of drive " + drive + L" is not known");
+  return Report(gigabytes > 0, text, L"the free space of drive " + drive + L" is not known", [&] {
+    ULARGE_INTEGER free;
+    const std::wstring root = drive.substr(0, 1) + L":";
+    return ::GetDiskFreeSpaceExW(root.c_str(), &free, nullptr, nullptr) ? DWORD{0} : ::GetLastError();
+  });
 }
 
 const Command commands[] = {
     {L"exists", L"PATH", L"Whether a file or folder exists", L"Prints yes or no; exit code 0 or 1.\n",
      L"zt file exists C:\\data\\run.ini\nyes", L"ZERA_TOOLS_FILE_EXIST_UC", Exists},
-    {L"size", L"PATH", L"The size in bytes", L"Of a file of 4 GiB or more, the size modulo 4 GiB.\n",
+    {L"size", L"PATH", L"The size in bytes",
+     L"Also of files of 4 GiB or more, of which the library itself gives the size modulo 4 GiB.\n",
      L"zt file size C:\\data\\run.ini\n1024", L"ZERA_TOOLS_FILE_GET_SIZE_UC", Size},
     {L"time", L"PATH", L"When it was last modified (UTC)", L"",
      L"zt file time C:\\data\\run.ini\n2024-03-05T14:07:09Z", L"ZERA_TOOLS_FILE_GET_TIME_MODIFIED_UC", Time},
@@ -212,10 +259,10 @@ const Command commands[] = {
      L"zt file copy C:\\data\\a.txt D:\\b.txt\ncopied C:\\data\\a.txt to D:\\b.txt",
      L"ZERA_TOOLS_FILE_COPY_UC", Copy},
     {L"compare", L"FIRST SECOND", L"Whether two files have the same contents",
-     L"Prints equal or different; exit code 0 or 1.\n", L"zt file compare C:\\data\\a.txt D:\\b.txt\nequal",
-     L"ZERA_TOOLS_FILE_COMPARE_UC", Compare},
-    {L"read", L"PATH", L"Writes a file's bytes to stdout", L"", L"zt file read C:\\data\\run.ini > copy.ini",
-     L"ZERA_TOOLS_FILE_TO_BUFFER_UC", Read},
+     L"Prints equal or different; exit code 0 or 1, and 2 if a file is missing or cannot be read.\n",
+     L"zt file compare C:\\data\\a.txt D:\\b.txt\nequal", L"ZERA_TOOLS_FILE_COMPARE_UC", Compare},
+    {L"read", L"PATH", L"Writes a file's bytes to stdout", L"A file of 4 GiB or more is refused.\n",
+     L"zt file read C:\\data\\run.ini > copy.ini", L"ZERA_TOOLS_FILE_TO_BUFFER_UC", Read},
     {L"write", L"[--overwrite] PATH", L"Writes the bytes of stdin to a file",
      L"--overwrite replaces a file that exists.\n",
      L"zt file write C:\\data\\new.ini < run.ini\nwrote 1024 bytes to C:\\data\\new.ini",
@@ -232,7 +279,7 @@ const Command commands[] = {
 
 }  // namespace
 
-const Group fileGroup = {L"file", L"One file: ask, wait, create, copy, compare, rename, delete, read, write",
+const Group fileGroup = {L"file", L"One file: wait, create, copy, compare, rename, delete, read, write",
                          L"A path has at most 259 characters; wildcards are refused.\n", commands};
 
 }  // namespace zt

@@ -8,6 +8,7 @@
 
 #include "command.h"
 #include "console.h"
+#include "failure.h"
 
 namespace zt {
 namespace {
@@ -24,7 +25,9 @@ void OnInvalidParameter(const wchar_t*, const wchar_t*, const wchar_t*, unsigned
 LONG WINAPI OnException(EXCEPTION_POINTERS* what) {
   constexpr DWORD microsoftException = 0xE06D7363;
   if (what->ExceptionRecord->ExceptionCode != microsoftException) return EXCEPTION_CONTINUE_SEARCH;
-  Complain(L"failed: the library raised an exception (reading or writing failed halfway, or memory ran out)");
+  const DWORD error = ::GetLastError();
+  Complain(L"failed: the library raised an exception (reading or writing failed halfway, or memory ran out)",
+           error);
   std::_Exit(no);
 }
 

@@ -10,20 +10,20 @@ namespace {
 constexpr std::wstring_view commonTasks =
     L"Common tasks:\n"
     L"  Find an application's settings file:\n"
-    L"    zt where settings C:\\Prog\\Viewer\\view.exe\n"
+    L"    zt where settings C:\\App\\view.exe\n"
     L"  Read the language of its user interface, save another, load its language module:\n"
-    L"    zt where language C:\\Prog\\Viewer\\view.ini\n"
-    L"    zt where set-language C:\\Prog\\Viewer\\view.ini FRA\n"
-    L"    zt where load-language C:\\Prog\\Viewer\\view.exe FRA\n"
+    L"    zt where language C:\\App\\view.ini\n"
+    L"    zt where set-language C:\\App\\view.ini FRA\n"
+    L"    zt where load-language C:\\App\\view.exe FRA\n"
     L"  Encrypt a licence text into a settings file, read it back:\n"
-    L"    zt crypt store C:\\Prog\\Viewer\\view.ini Licence Text \"pass phrase\" \"Licensed to Anna\"\n"
-    L"    zt crypt load C:\\Prog\\Viewer\\view.ini Licence Text \"pass phrase\"\n"
+    L"    zt crypt store C:\\App\\view.ini Licence Text \"pass phrase\" \"Licensed to Ann\"\n"
+    L"    zt crypt load C:\\App\\view.ini Licence Text \"pass phrase\"\n"
     L"  Delete log files older than 30 days:\n"
-    L"    zt tree prune C:\\ProgramData\\Viewer\\logs\\ .log 30d\n"
+    L"    zt tree prune --yes C:\\ProgramData\\Viewer\\logs\\ .log 30d\n"
     L"  Copy a template tree, keeping files that are already there:\n"
-    L"    zt tree copy C:\\Prog\\Viewer\\template\\ D:\\project\\ keep\n"
+    L"    zt tree copy C:\\App\\template\\ D:\\project\\ keep\n"
     L"  Write a settings file in one piece:\n"
-    L"    zt profile text D:\\view.ini [View] Title=Overview Zoom:int=150 Scale:double=1.5\n";
+    L"    zt profile text D:\\view.ini [View] Title=Plan Zoom:int=150 Scale:double=1.5\n";
 
 constexpr std::wstring_view exitCodes =
     L"Exit codes: 0 done or yes, 1 failed or no, 2 the input was refused and nothing was changed.\n";
@@ -31,6 +31,26 @@ constexpr std::wstring_view exitCodes =
 std::wstring Padded(std::wstring text, std::size_t width) {
   text.resize(std::max(text.size() + 2, width), L' ');
   return text;
+}
+
+// Prose for a console of 80 columns, of which the last would already begin a line of its own.
+constexpr std::size_t columns = 79;
+
+std::wstring Wrapped(std::wstring_view text, std::size_t indent = 0) {
+  std::wstring result, line;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find_first_of(L" \n"), text.size());
+    const std::wstring_view word = text.substr(0, end);
+    text.remove_prefix(std::min(end + 1, text.size()));
+    if (word.empty()) continue;
+    if (!line.empty() && line.size() + 1 + word.size() > columns) {
+      result += line + L"\n";
+      line.clear();
+    }
+    line += line.empty() ? std::wstring(indent, L' ') : L" ";
+    line += word;
+  }
+  return line.empty() ? result : result + line + L"\n";
 }
 
 std::wstring Indented(std::wstring_view text) {
@@ -55,8 +75,8 @@ std::wstring HelpOf(std::span<const Group* const> groups) {
       L"\nzt GROUP --help           lists the commands of a group\n"
       L"zt GROUP COMMAND --help   explains a command\n"
       L"zt --version              shows the versions of zt and of the library\n\n";
-  help += exitCodes;
-  help += L"Results go to stdout, remarks and errors to stderr; both as UTF-8 when redirected.\n";
+  help += Wrapped(exitCodes);
+  help += Wrapped(L"Results go to stdout, remarks and errors to stderr; both as UTF-8 when redirected.");
   return help;
 }
 
@@ -70,13 +90,13 @@ std::wstring HelpOf(const Group& group) {
   for (const Command& command : group.commands) {
     // Long lists of arguments get a line of their own.
     const std::wstring text = call(command);
-    if (width + std::wstring_view(command.summary).size() > 96) {
-      help += L"  " + text + L"\n      " + command.summary + L"\n";
+    if (2 + width + std::wstring_view(command.summary).size() > columns) {
+      help += L"  " + text + L"\n" + Wrapped(command.summary, 6);
     } else {
       help += L"  " + Padded(text, width) + command.summary + L"\n";
     }
   }
-  if (*group.details) help += std::wstring(L"\n") + group.details;
+  if (*group.details) help += L"\n" + Wrapped(group.details);
   return help + L"\nzt " + group.name + L" COMMAND --help explains a command.\n";
 }
 
@@ -84,11 +104,11 @@ std::wstring HelpOf(const Group& group, const Command& command) {
   const std::wstring call = std::wstring(L"zt ") + group.name + L" " + command.name;
   std::wstring help =
       call + L" - " + command.summary + L"\n\nUsage: " + call + L" " + command.arguments + L"\n\n";
-  if (*command.details) help += std::wstring(command.details) + L"\n";
-  if (*group.details) help += std::wstring(group.details) + L"\n";
+  if (*command.details) help += Wrapped(command.details) + L"\n";
+  if (*group.details) help += Wrapped(group.details) + L"\n";
   help += L"Example:\n" + Indented(command.example);
-  help += std::wstring(L"\nCalls ") + command.exports + L".\n";
-  help += exitCodes;
+  help += L"\n" + Wrapped(std::wstring(L"Calls ") + command.exports + L".");
+  help += Wrapped(exitCodes);
   return help;
 }
 

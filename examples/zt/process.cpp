@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 // zt process: processes and threads.
 #include <ZERATools.h>
+#include <tlhelp32.h>
+
+#include <algorithm>
 
 #include "arguments.h"
 #include "console.h"
+#include "failure.h"
 #include "progress.h"
 
 namespace zt {
@@ -16,6 +20,39 @@ Exit Count(const Arguments& arguments) {
   return count ? done : no;
 }
 
+// The numbers of all processes of a name, upper and lower case as given.
+std::vector<DWORD> ProcessesOf(const std::wstring& name) {
+  std::vector<DWORD> found;
+  const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+  if (snapshot == INVALID_HANDLE_VALUE) return found;
+  PROCESSENTRY32W entry = {};
+  entry.dwSize = sizeof entry;
+  for (BOOL more = ::Process32FirstW(snapshot, &entry); more; more = ::Process32NextW(snapshot, &entry)) {
+    if (name == entry.szExeFile) found.push_back(entry.th32ProcessID);
+  }
+  ::CloseHandle(snapshot);
+  return found;
+}
+
+// Which of these processes still run; an ended one may take a moment to go.
+std::vector<DWORD> StillThere(std::vector<DWORD> processes, const std::wstring& name) {
+  constexpr int attempts = 40;
+  for (int i = 0; i < attempts; ++i) {
+    const std::vector<DWORD> now = ProcessesOf(name);
+    std::erase_if(processes, [&](DWORD id) { return std::ranges::find(now, id) == now.end(); });
+    if (processes.empty()) break;
+    ::Sleep(50);
+  }
+  return processes;
+}
+
+DWORD TerminateError(DWORD id) {
+  const HANDLE process = ::OpenProcess(PROCESS_TERMINATE, FALSE, id);
+  if (!process) return ::GetLastError();
+  ::CloseHandle(process);
+  return 0;
+}
+
 Exit End(const Arguments& arguments) {
   const std::wstring& name = arguments.Path(0);
   if (name.find_first_of(L"\\/:") != name.npos)
@@ -23,9 +60,25 @@ Exit End(const Arguments& arguments) {
   std::wstring own(MAX_PATH, L'\0');
   own.resize(::GetModuleFileNameW(nullptr, own.data(), MAX_PATH));
   if (name == own.substr(own.rfind(L'\\') + 1)) arguments.Reject(0, L"is this command itself");
+  const std::vector<DWORD> before = ProcessesOf(name);
   ZERA_TOOLS_KILLPROCESS_UC(name.c_str());
-  PrintLine(L"told every process of the name " + name + L" to end");
-  return done;
+  if (before.empty()) {
+    PrintLine(L"there was no process of the name " + name);
+    return done;
+  }
+  const std::vector<DWORD> left = StillThere(before, name);
+  const std::size_t ended = before.size() - left.size();
+  const std::wstring what = L"ended " + std::to_wstring(ended) + (ended == 1 ? L" process" : L" processes") +
+                            L" of the name " + name;
+  if (left.empty()) {
+    PrintLine(what);
+    return done;
+  }
+  for (const DWORD id : left) {
+    Complain(L"could not end process " + std::to_wstring(id) + L" of the name " + name, TerminateError(id));
+  }
+  Complain(what);
+  return no;
 }
 
 Exit Post(const Arguments& arguments) {
@@ -38,7 +91,9 @@ Exit Post(const Arguments& arguments) {
     PrintLine(L"posted");
     return done;
   }
-  Complain(L"the message could not be posted: there is no such thread, or it takes no messages");
+  // A message that means nothing tells why.
+  const DWORD error = ::PostThreadMessageW(thread.m_nThreadID, WM_NULL, 0, 0) ? 0 : ::GetLastError();
+  Complain(L"the message could not be posted: there is no such thread, or it takes no messages", error);
   return no;
 }
 
@@ -49,10 +104,9 @@ const Command commands[] = {
      L"zt process count C:\\Prog\\Viewer\\view.exe\n2", L"ZERA_TOOLS_GETNUM_APPRUNNING_UC", Count},
     {L"end", L"NAME", L"Ends every process of a name, at once and without asking it",
      L"NAME is a file name without a path, in upper and lower case exactly as the process has it.\n"
-     L"What the programs did not save is lost. The library does not report whether there was one\n"
-     L"or whether it could be ended; zt process count tells.\n",
-     L"zt process end view.exe\ntold every process of the name view.exe to end", L"ZERA_TOOLS_KILLPROCESS_UC",
-     End},
+     L"What the programs did not save is lost. Says how many ended; exit code 1 if one could not be\n"
+     L"ended, 0 also if there was none.\n",
+     L"zt process end view.exe\nended 2 processes of the name view.exe", L"ZERA_TOOLS_KILLPROCESS_UC", End},
     {L"post", L"THREAD MESSAGE WPARAM LPARAM", L"Posts a message to a thread",
      L"THREAD is the number of the thread; MESSAGE from 0 to 65535. Tries for two seconds.\n",
      L"zt process post 4711 1025 0 0\nposted", L"ZERA_TOOLS_POSTTHREADMESSAGE", Post},

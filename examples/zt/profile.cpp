@@ -7,6 +7,7 @@
 
 #include "arguments.h"
 #include "console.h"
+#include "failure.h"
 #include "settings.h"
 
 namespace zt {
@@ -92,6 +93,7 @@ Exit GetNumber(const Arguments& arguments) {
     most = Type::Parse(arguments, 5);
     if (least > most) arguments.Reject(4, L"is above MAX");
   }
+  if (!CanRead(place.file)) return no;
   PrintLine(Shown(
       Type::Read()(place.section.c_str(), place.key.c_str(), place.file.c_str(), fallback, least, most)));
   return done;
@@ -105,16 +107,17 @@ Exit SetNumber(const Arguments& arguments) {
     PrintLine(place.key + L"=" + Shown(value));
     return done;
   }
-  Complain(L"could not write " + place.file);
+  Complain(L"could not write " + place.file, WriteError(place.file));
   return no;
 }
 
 Exit GetString(const Arguments& arguments) {
   const Place place(arguments);
   const std::wstring fallback = arguments.Count() > 3 ? arguments.Text(3) : L"";
+  if (!CanRead(place.file)) return no;
   const std::wstring text = ReadText(place, fallback);
   if (text.empty() && fallback.empty()) {
-    Complain(L"there is no value");
+    ComplainOfNoValue(place);
     return no;
   }
   PrintLine(text);
@@ -131,10 +134,15 @@ Exit SetString(const Arguments& arguments) {
 
 Exit Remove(const Arguments& arguments) {
   const Place place(arguments);
+  if (!CanRead(place.file)) return no;
+  if (!HasKey(place) && ReadText(place, L"").empty()) {
+    PrintLine(L"there was no " + place.key);
+    return done;
+  }
   // Always 1; without a value no key is left, and its companions are emptied.
   ZERA_TOOLS_WRITE_STRING_UC(place.section.c_str(), place.key.c_str(), place.file.c_str(), nullptr);
-  if (!ReadText(place, L"").empty()) {
-    Complain(L"could not write " + place.file);
+  if (HasKey(place) || !ReadText(place, L"").empty()) {
+    Complain(L"could not write " + place.file, WriteError(place.file));
     return no;
   }
   PrintLine(L"removed " + place.key);
@@ -143,7 +151,8 @@ Exit Remove(const Arguments& arguments) {
 
 const Command commands[] = {
     {L"get-string", L"FILE SECTION KEY [DEFAULT]", L"Reads a text",
-     L"Without a value and without a DEFAULT, the exit code is 1.\n",
+     L"Without a value and without a DEFAULT, the exit code is 1. So it is, whatever the DEFAULT, if the "
+     L"file is there but cannot be read.\n",
      L"zt profile get-string C:\\data\\view.ini View Title\nOverview", L"ZERA_TOOLS_READ_STRING_UC",
      GetString},
     {L"get-int", L"FILE SECTION KEY DEFAULT [MIN MAX]", L"Reads a signed whole number",
@@ -194,8 +203,8 @@ const Command commands[] = {
      L"Each ITEM is a line: [SECTION], or KEY=VALUE for a text, or KEY:TYPE=VALUE with int, uint,\n"
      L"double or float for a number. The first is a section. --overwrite replaces a file that\n"
      L"exists.\n",
-     L"zt profile text D:\\view.ini [View] Title=Overview Zoom:int=150 Scale:double=1.5\n"
-     L"wrote 53 bytes to D:\\view.ini",
+     L"zt profile text D:\\view.ini [View] Title=Plan Zoom:int=150 Scale:double=1.5\n"
+     L"wrote 49 bytes to D:\\view.ini",
      L"ZERA_TOOLS_BUFWRITE_SECTION_UC, ..._STRING_UC, ..._INT_UC, ..._UINT_UC, ..._DOUBLE_UC,\n"
      L"..._FLOAT_UC, ZERA_TOOLS_FILE_FROM_BUFFER_UC",
      WriteSettingsText},

@@ -8,6 +8,7 @@
 
 #include "arguments.h"
 #include "console.h"
+#include "failure.h"
 #include "settings.h"
 
 namespace zt {
@@ -85,7 +86,7 @@ Exit WriteSettingsText(const Arguments& arguments) {
   const CStringA bytes(text.Take().c_str());
   if (!ZERA_TOOLS_FILE_FROM_BUFFER_UC(file.c_str(), reinterpret_cast<const unsigned char*>(bytes.GetString()),
                                       static_cast<unsigned>(bytes.GetLength()))) {
-    Complain(L"could not write " + file);
+    Complain(L"could not write " + file, WriteError(file));
     return no;
   }
   PrintLine(L"wrote " + std::to_wstring(bytes.GetLength()) + L" bytes to " + file);

@@ -4,6 +4,7 @@
 #include <ZERATools.h>
 
 #include "console.h"
+#include "failure.h"
 
 namespace zt {
 namespace {
@@ -25,6 +26,30 @@ Place::Place(const Arguments& arguments, std::size_t first)
   CheckKey(arguments, first + 2, key);
 }
 
+bool CanRead(const std::wstring& file) {
+  if (!IsThere(file)) return true;
+  const DWORD error = OpenError(file, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
+  if (error) Complain(L"could not read " + file, error);
+  return !error;
+}
+
+bool HasKey(const Place& place, const std::wstring& suffix) {
+  // No value holds a line break, so that it can only come from here.
+  wchar_t text[3];
+  ::GetPrivateProfileStringW(place.section.c_str(), (place.key + suffix).c_str(), L"\n", text, 3,
+                             place.file.c_str());
+  return text[0] != L'\n';
+}
+
+void ComplainOfNoValue(const Place& place) {
+  DWORD error = 0;
+  if (!IsThere(place.file, &error)) {
+    Complain(L"there is no " + place.file, error);
+  } else {
+    Complain(L"there is no value of " + place.key + L" in [" + place.section + L"] of " + place.file);
+  }
+}
+
 std::wstring ReadText(const Place& place, const std::wstring& fallback) {
   std::wstring text(longestText, L'\0');
   ZERA_TOOLS_READ_STRING_UC(place.section.c_str(), place.key.c_str(), place.file.c_str(), fallback.c_str(),
@@ -37,7 +62,7 @@ bool WriteText(const Place& place, const std::wstring& value) {
   const std::wstring stored = ReadText(place, L"");
   if (stored == value) return true;
   if (stored.empty()) {
-    Complain(L"could not write " + place.file);
+    Complain(L"could not write " + place.file, WriteError(place.file));
   } else {
     Complain(place.file + L" gives back another text: " + stored);
   }

@@ -17,6 +17,14 @@ struct Place {
   std::wstring key;
 };
 
+/// Whether the file can be read, or is not there; false after a complaint. The library takes a file that
+/// somebody has locked for an empty one.
+bool CanRead(const std::wstring& file);
+/// Whether the key is in the file, with a value or without.
+bool HasKey(const Place& place, const std::wstring& suffix = {});
+/// Complains that there is no value, or no file.
+void ComplainOfNoValue(const Place& place);
+
 std::wstring ReadText(const Place& place, const std::wstring& fallback);
 /// Writes and reads back, since the writer does not say whether it could; false after a complaint.
 bool WriteText(const Place& place, const std::wstring& value);

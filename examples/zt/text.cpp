@@ -109,7 +109,7 @@ const Command commands[] = {
     {L"ansi-to-utf8", L"BYTES", L"Bytes of the code page to UTF-8 bytes", L"",
      L"zt text ansi-to-utf8 \"48 69\"\n48 69", L"ZERA_TOOLS_STRING_MBC_TO_UTF8",
      [](const Arguments& arguments) { return Convert(ZERA_TOOLS_STRING_MBC_TO_UTF8, arguments); }},
-    {L"latin-to-ansi", L"BYTES", L"Bytes with Latin degree and micro signs to the code page's",
+    {L"latin-to-ansi", L"BYTES", L"Latin degree and micro signs to those of the code page",
      L"B0 and B5 by the table of the multi-byte code page in use; other bytes stay.\n",
      L"zt text latin-to-ansi \"48 69\"\n48 69", L"ZERA_TOOLS_CHAR8_TO_MBC",
      [](const Arguments& arguments) { return Convert(ZERA_TOOLS_CHAR8_TO_MBC, arguments); }},

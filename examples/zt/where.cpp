@@ -6,6 +6,8 @@
 
 #include "arguments.h"
 #include "console.h"
+#include "failure.h"
+#include "settings.h"
 
 namespace zt {
 namespace {
@@ -32,8 +34,8 @@ std::wstring Shown(int language) {
 
 int LanguageOf(const Arguments& arguments, std::size_t at) {
   const std::wstring& text = arguments.Text(at);
-  const auto* const found =
-      std::ranges::find_if(languages, [&](const Language& one) { return text == one.code; });
+  const auto* const found = std::ranges::find_if(
+      languages, [&](const Language& one) { return ::_wcsicmp(text.c_str(), one.code) == 0; });
   if (found != std::end(languages)) return static_cast<int>(found - languages);
   if (text.empty() || text.size() > 2 || text.find_first_not_of(L"0123456789") != text.npos) {
     arguments.Reject(at, L"is neither a code such as FRA nor a number; see zt where languages");
@@ -51,8 +53,10 @@ class Module {
     if (Measure(path).extension != 4) arguments.Reject(0, L"has no extension of three letters");
     handle_ = ::LoadLibraryExW(path.c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES);
     if (!handle_) {
-      Complain(ZERA_TOOLS_FILE_EXIST_UC(path.c_str()) ? path + L" is no 64-bit program or library"
-                                                      : L"there is no " + path);
+      DWORD error = ::GetLastError();
+      const bool there = IsThere(path, &error);
+      Complain(there ? path + L" is no 64-bit program or library, or cannot be read" : L"there is no " + path,
+               error);
     }
   }
   Module(const Module&) = delete;
@@ -92,7 +96,9 @@ Exit Data(const Arguments& arguments) {
 }
 
 Exit ReadLanguage(const Arguments& arguments) {
-  PrintLine(Shown(ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_UC(arguments.FullPath(0).c_str())));
+  const std::wstring file = arguments.FullPath(0);
+  if (!CanRead(file)) return no;
+  PrintLine(Shown(ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_UC(file.c_str())));
   return done;
 }
 
@@ -103,7 +109,7 @@ Exit SaveLanguage(const Arguments& arguments) {
   ZERA_TOOLS_APPLICATION_SAVE_LANGUAGE_UC(language, file.c_str());
   if (!ZERA_TOOLS_FILE_EXIST_UC(file.c_str()) ||
       ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_UC(file.c_str()) != language) {
-    Complain(L"could not write " + file);
+    Complain(L"could not write " + file, WriteError(file));
     return no;
   }
   PrintLine(Shown(language));
@@ -141,7 +147,7 @@ const Command commands[] = {
      L"over the user's, and missing folders are created for it. Exit code 1 if there is no file.\n",
      L"zt where settings C:\\Prog\\Viewer\\view.exe\nC:\\Prog\\Viewer\\view.ini",
      L"ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_UC", Settings},
-    {L"data", L"MODULE", L"The data folders of an application, machine-wide and the user's",
+    {L"data", L"MODULE", L"The machine-wide and the user's data folder",
      L"Neither is created or looked for.\n",
      L"zt where data C:\\Prog\\Viewer\\view.exe\nmachine  C:\\ProgramData\\Viewer\\view\n"
      L"user     C:\\Users\\anna\\AppData\\Roaming\\Viewer\\view",
@@ -150,11 +156,10 @@ const Command commands[] = {
      L"zt where language C:\\Prog\\Viewer\\view.ini\n2 FRA French",
      L"ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_UC", ReadLanguage},
     {L"set-language", L"FILE LANGUAGE", L"Saves a language in a settings file",
-     L"LANGUAGE is a code or a number.\n",
+     L"LANGUAGE is a code, in upper or lower case, or a number.\n",
      L"zt where set-language C:\\Prog\\Viewer\\view.ini FRA\n2 FRA French",
      L"ZERA_TOOLS_APPLICATION_SAVE_LANGUAGE_UC", SaveLanguage},
-    {L"load-language", L"MODULE LANGUAGE",
-     L"Loads an application's language module and shows which one it is",
+    {L"load-language", L"MODULE LANGUAGE", L"Loads a language module and shows which one it is",
      L"The English one if there is none for LANGUAGE, which is a code or a number. The module's\n"
      L"own start code runs. Exit code 1 if\n"
      L"there is none at all.\n",

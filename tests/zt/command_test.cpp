@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What the commands do, seen on stdout and on the disk.
 #include <gtest/gtest.h>
+#include <winioctl.h>
 
 #include <thread>
 
@@ -128,12 +129,79 @@ TEST(ZtFile, FailuresSayWhat) {
     const Result result = Zt({L"file", command, none});
     EXPECT_EQ(1u, result.exit);
     EXPECT_EQ("", result.out);
-    EXPECT_EQ("zt: there is no " + Utf8(none) + "\r\n", result.err);
+    EXPECT_TRUE(result.err.starts_with("zt: there is no " + Utf8(none) + ": ")) << result;
+    EXPECT_TRUE(result.err.ends_with("(error 2)\r\n")) << result;
   }
   EXPECT_RESULT(1, L"", Args{L"file", L"rename", none, folder / L"x"});
   EXPECT_RESULT(1, L"", Args{L"file", L"delete", folder.path().substr(0, folder.path().size() - 1)});
   EXPECT_RESULT(1, L"", Args{L"file", L"create", folder / L"missing\\x.txt"});
   EXPECT_RESULT(1, L"", Args{L"file", L"version", folder.File(L"text.exe", "text")});
+}
+
+// Why the library failed, asked of the platform.
+TEST(ZtFile, FailuresSayWhy) {
+  const test::TempFolder folder;
+  const std::wstring file = folder.File(L"a.txt", "a"), other = folder.File(L"b.txt", "b");
+  const std::wstring none = folder / L"none.txt", inside = folder.path() + L"missing\\x.txt";
+  ::SetFileAttributesW(other.c_str(), FILE_ATTRIBUTE_READONLY);
+  const HANDLE held = ::CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  const struct {
+    Args arguments;
+    const char* number;
+  } rows[] = {{{L"file", L"read", file}, "(error 32)"},
+              {{L"file", L"delete", file}, "(error 32)"},
+              {{L"file", L"delete", other}, "(error 5)"},
+              {{L"file", L"rename", file, none}, "(error 32)"},
+              {{L"file", L"copy", file, none}, "(error 32)"},
+              {{L"file", L"write", L"--overwrite", file}, "(error 32)"},
+              {{L"file", L"create", inside}, "(error 3)"},
+              {{L"profile", L"set-int", inside, L"S", L"K", L"1"}, "(error 3)"},
+              {{L"profile", L"get-string", none, L"S", L"K"}, "(error 2)"},
+              {{L"profile", L"get-string", file, L"S", L"K", L"fallback"}, "(error 32)"},
+              {{L"profile", L"get-int", file, L"S", L"K", L"1"}, "(error 32)"},
+              {{L"profile", L"remove", file, L"S", L"K"}, "(error 32)"},
+              {{L"where", L"language", file}, "(error 32)"},
+              {{L"crypt", L"load", file, L"S", L"K", L"p"}, "(error 32)"},
+              {{L"where", L"data", none}, "(error 2)"}};
+  for (const auto& row : rows) {
+    const Result result = Zt(row.arguments);
+    SCOPED_TRACE(Utf8(row.arguments[0] + L" " + row.arguments[1]));
+    EXPECT_EQ(1u, result.exit) << result;
+    EXPECT_EQ("", result.out);
+    EXPECT_NE(result.err.npos, result.err.find(row.number)) << result;
+  }
+  // Neither equal nor different: it could not look.
+  for (const Args& pair : {Args{file, other}, Args{other, file}, Args{other, none}, Args{none, none},
+                           Args{other, folder.path()}}) {
+    const Result result = Zt({L"file", L"compare", pair[0], pair[1]});
+    EXPECT_EQ(2u, result.exit) << result;
+    EXPECT_EQ("", result.out);
+    EXPECT_NE(result.err.npos, result.err.find("(error ")) << result;
+  }
+  ::CloseHandle(held);
+}
+
+// The library counts in 32 bits.
+TEST(ZtFile, BeyondFourGigabytes) {
+  const test::TempFolder folder;
+  const std::wstring file = folder.File(L"large.bin", ""), same = folder.File(L"small.bin", "");
+  const auto grow = [](const std::wstring& path, LONGLONG size) {
+    const HANDLE handle = ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    DWORD count = 0;
+    ::DeviceIoControl(handle, FSCTL_SET_SPARSE, nullptr, 0, nullptr, 0, &count, nullptr);
+    ::SetFilePointerEx(handle, {.QuadPart = size}, nullptr, FILE_BEGIN);
+    EXPECT_TRUE(::SetEndOfFile(handle));
+    ::CloseHandle(handle);
+  };
+  grow(file, 0x100000010);
+  grow(same, 0x10);
+  EXPECT_RESULT(0, L"4294967312\r\n", Args{L"file", L"size", file});
+  const Result result = Zt({L"file", L"read", file});
+  EXPECT_EQ(2u, result.exit);
+  EXPECT_EQ("", result.out);
+  EXPECT_NE(result.err.npos, result.err.find("4 GiB or more")) << result;
+  EXPECT_ANSWER(1, L"different\r\n", Args{L"file", L"compare", file, same});
+  EXPECT_ANSWER(1, L"different\r\n", Args{L"file", L"compare", same, file});
 }
 
 // What the library raises is not of this compiler's kind; it ends as a message all the same.
@@ -199,6 +267,9 @@ TEST(ZtProfile, TextsComeBack) {
   EXPECT_RESULT(0, text + L"\r\n", Args{L"profile", L"get-string", L"view.ini", L"View", L"Title"}, {},
                 folder.path());
   EXPECT_RESULT(0, L"removed Title\r\n", Args{L"profile", L"remove", file, L"View", L"Title"});
+  EXPECT_RESULT(0, L"there was no Title\r\n", Args{L"profile", L"remove", file, L"View", L"Title"});
+  EXPECT_RESULT(0, L"there was no x\r\n", Args{L"profile", L"remove", folder / L"none.ini", L"View", L"x"});
+  EXPECT_FALSE(test::Exists(folder / L"none.ini"));
   EXPECT_RESULT(1, L"", Args{L"profile", L"get-string", file, L"View", L"Title"});
   EXPECT_RESULT(1, L"",
                 Args{L"profile", L"set-string", folder / L"missing\\view.ini", L"View", L"Title", L"x"});
@@ -295,6 +366,8 @@ TEST(ZtWhere, LanguagesByCodeAndNumber) {
     EXPECT_EQ(line + "\r\n", Zt({L"where", L"language", file}).out);
     EXPECT_EQ(line + "\r\n", Zt({L"where", L"set-language", file, code}).out);
   }
+  EXPECT_RESULT(0, L"2 FRA French\r\n", Args{L"where", L"set-language", file, L"fRa"});
+  EXPECT_NE(std::string::npos, test::ReadBytes(file).find("Language=FRA"));
   EXPECT_RESULT(1, L"", Args{L"where", L"set-language", folder / L"missing\\view.ini", L"FRA"});
 }
 
@@ -332,10 +405,11 @@ TEST(ZtProcess, CountsAndEnds) {
          ::WaitForSingleObject(process.hProcess, 50) == WAIT_TIMEOUT) {
   }
   EXPECT_RESULT(0, L"1\r\n", Args{L"process", L"count", program});
-  EXPECT_EQ(0u, Zt({L"process", L"end", L"SLEEPER.EXE"}).exit);
+  EXPECT_RESULT(0, L"there was no process of the name SLEEPER.EXE\r\n",
+                Args{L"process", L"end", L"SLEEPER.EXE"});
   EXPECT_EQ(static_cast<DWORD>(WAIT_TIMEOUT), ::WaitForSingleObject(process.hProcess, 100))
       << "case was ignored";
-  EXPECT_EQ(0u, Zt({L"process", L"end", L"sleeper.exe"}).exit);
+  EXPECT_RESULT(0, L"ended 1 process of the name sleeper.exe\r\n", Args{L"process", L"end", L"sleeper.exe"});
   EXPECT_EQ(static_cast<DWORD>(WAIT_OBJECT_0), ::WaitForSingleObject(process.hProcess, 10000));
   ::CloseHandle(process.hProcess);
   ::CloseHandle(process.hThread);

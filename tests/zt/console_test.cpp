@@ -122,7 +122,7 @@ TEST(ZtConsole, ProgressOnLongWalksAndControlCStopsThem) {
     ::SetFileTime(file, &time, nullptr, &time);
     held.push_back(file);
   }
-  Console console(L"tree prune " + folder.path() + L" .log 1d");
+  Console console(L"tree prune --yes " + folder.path() + L" .log 1d");
   EXPECT_TRUE(console.WaitFor("deleting (Ctrl+C stops) ... 1 s")) << console.Shown();
   console.ControlC();
   const ULONGLONG start = ::GetTickCount64();
@@ -132,6 +132,21 @@ TEST(ZtConsole, ProgressOnLongWalksAndControlCStopsThem) {
   EXPECT_NE(std::string::npos, shown.find("stopped on request")) << shown;
   for (const HANDLE file : held) ::CloseHandle(file);
   EXPECT_EQ(60u, folder.Entries().size());
+}
+
+TEST(ZtConsole, AsksBeforeDeleting) {
+  const test::TempFolder folder;
+  folder.File(L"a.log", "x");
+  for (const wchar_t* answer : {L"n\r", L"\r", L"y\r"}) {
+    const bool yes = answer[0] == L'y';
+    ::SetEnvironmentVariableW(L"on_console_keys", answer);
+    Console console(L"tree delete " + folder.path() + L" .log");
+    EXPECT_EQ(yes ? 0u : 1u, console.Exit());
+    EXPECT_EQ(yes, !test::Exists(folder / L"a.log"));
+    const std::string shown = console.Close();
+    EXPECT_NE(shown.npos, shown.find("[y/N]")) << shown;
+  }
+  ::SetEnvironmentVariableW(L"on_console_keys", nullptr);
 }
 
 TEST(ZtConsole, NoProgressInAFile) {

@@ -140,7 +140,7 @@ TEST_F(ZtInput, Trees) {
         arguments.insert(arguments.end(), {L"$copy\\", L"keep"});
       } else {
         arguments.push_back(L"*.*");
-        if (std::wstring_view(command) == L"prune") arguments.push_back(L"0");
+        if (std::wstring_view(command) == L"prune") arguments.push_back(L"0s");
       }
       Refused(arguments, why);
     };
@@ -158,7 +158,7 @@ TEST_F(ZtInput, Trees) {
   }
   for (const wchar_t* root : {L"X:\\", L"\\\\server\\share\\"}) {
     Refused({L"tree", L"delete", root, L".log"}, "is a whole drive");
-    Refused({L"tree", L"prune", root, L".log", L"0"}, "is a whole drive");
+    Refused({L"tree", L"prune", root, L".log", L"0s"}, "is a whole drive");
   }
   for (const wchar_t* filter :
        {L"", L"*", L"log", L".", L"*.", L"*.*.*", L"old.log", L".tar.gz", L".l?g", L".l*", L"*.log*"}) {
@@ -166,11 +166,18 @@ TEST_F(ZtInput, Trees) {
   }
   // The library compares these as they are: they would match nothing.
   for (const wchar_t* filter : {L"", L"*", L"log", L"*.log", L".*"}) {
-    Refused({L"tree", L"prune", L"$logs\\", filter, L"0"}, "is neither an extension");
+    Refused({L"tree", L"prune", L"$logs\\", filter, L"0s"}, "is neither an extension");
   }
   for (const wchar_t* age :
-       {L"", L"d", L"-1", L"1w", L"1.5d", L"4294967296", L"49711d", L"99999999999", L"1dd", L" 1"}) {
+       {L"", L"d", L"-1", L"1w", L"1.5d", L"4294967296s", L"49711d", L"99999999999s", L"1dd", L" 1d"}) {
     Refused({L"tree", L"prune", L"$logs\\", L"*.*", age}, "is not an age");
+  }
+  // Who means days must not get seconds.
+  for (const wchar_t* age : {L"0", L"1", L"30"}) {
+    Refused({L"tree", L"prune", L"$logs\\", L"*.*", age}, "has no unit");
+  }
+  for (const wchar_t* age : {L"0d", L"0h", L"0m"}) {
+    Refused({L"tree", L"prune", L"$logs\\", L"*.*", age}, "write 0s");
   }
   Refused({L"tree", L"copy", L"$logs\\", L"$logs\\", L"keep"}, "lies inside");
   Refused({L"tree", L"copy", L"$logs\\", L"$LOGS\\copy\\", L"keep"}, "lies inside");

@@ -6,6 +6,24 @@
 
 #include <string>
 
+// Wine's pseudo consoles pass no keys on either: those of the variable "on_console_keys" are typed ahead.
+void TypeAhead(HANDLE input) {
+  wchar_t keys[256];
+  const DWORD count = ::GetEnvironmentVariableW(L"on_console_keys", keys, 256);
+  for (DWORD i = 0; i < count && count < 256; ++i) {
+    INPUT_RECORD record = {};
+    record.EventType = KEY_EVENT;
+    record.Event.KeyEvent.wRepeatCount = 1;
+    record.Event.KeyEvent.wVirtualKeyCode = keys[i] == L'\r' ? VK_RETURN : 0;
+    record.Event.KeyEvent.uChar.UnicodeChar = keys[i];
+    for (const BOOL down : {TRUE, FALSE}) {
+      DWORD written;
+      record.Event.KeyEvent.bKeyDown = down;
+      ::WriteConsoleInputW(input, &record, 1, &written);
+    }
+  }
+}
+
 int main() {
   ::SetConsoleCtrlHandler([](DWORD) { return TRUE; }, TRUE);  // Ctrl+C is the program's matter
   SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
@@ -18,6 +36,7 @@ int main() {
   startup.dwFlags = STARTF_USESTDHANDLES;
   startup.hStdInput = open(L"CONIN$");
   startup.hStdOutput = startup.hStdError = open(L"CONOUT$");
+  TypeAhead(startup.hStdInput);
   std::wstring line = ::GetCommandLineW();
   line.erase(0, line.find(L"\" ") + 2);  // the test quotes this program's name
   PROCESS_INFORMATION process;
