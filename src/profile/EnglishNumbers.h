@@ -17,6 +17,7 @@ class EnglishNumbers {
     // Without a name to go back to nothing is switched.
     if (!current || Platform<Char>::Length(current) >= kMostName) return;
     Platform<Char>::Copy(kept_, kMostName, current);
+    if (!kept_[0]) return;
     Platform<Char>::SetNumericLocale(Platform<Char>::kEnglish);
   }
   EnglishNumbers(const EnglishNumbers&) = delete;

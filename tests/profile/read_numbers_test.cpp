@@ -272,6 +272,29 @@ TEST_F(ReadNumbers, FailingLocaleFunctionsLeaveTheLocaleAlone) {
   }
 }
 
+errno_t __cdecl RefuseToCopy(char* to, rsize_t, const char*) {
+  to[0] = 0;
+  return EINVAL;
+}
+errno_t __cdecl RefuseToCopyWide(wchar_t* to, rsize_t, const wchar_t*) {
+  to[0] = 0;
+  return EINVAL;
+}
+
+// A locale whose name could not be kept is one that nobody could go back to.
+TEST_F(ReadNumbers, LocaleIsNotSwitchedWithoutItsName) {
+  file_.Put("[S]\r\nK=1.5\r\n");
+  const NumericLocale locale("german");
+  const test::ImportHook narrow("strcpy_s", &RefuseToCopy);
+  const test::ImportHook wide("wcscpy_s", &RefuseToCopyWide);
+  const LocaleRecorder recorder;
+  Double.plain("S", "K", file_.plain(), 0, 0, 9);
+  EXPECT_TRUE(locale.Kept());
+  Double.wide(L"S", L"K", file_.wide(), 0, 0, 9);
+  EXPECT_TRUE(locale.Kept());
+  for (const std::string& call : recorder.Calls()) EXPECT_EQ(call.substr(1), ":?");
+}
+
 // One platform call each, of the stated character set.
 TEST_F(ReadNumbers, AskThePlatformOnce) {
   file_.Put("[S]\r\nK=1\r\n");
