@@ -5,6 +5,9 @@
 #include <cmath>
 #include <cwchar>
 
+#include "groups.h"
+#include "suggest.h"
+
 namespace zt {
 namespace {
 
@@ -51,6 +54,20 @@ struct Signature {
 
 }  // namespace
 
+bool IsOption(std::wstring_view text) {
+  if (text.starts_with(L"--")) return text.size() > 2;
+  const wchar_t letter = text.size() > 1 && text[0] == L'-' ? static_cast<wchar_t>(text[1] | 0x20) : L' ';
+  return letter >= L'a' && letter <= L'z';
+}
+
+std::wstring OptionName(std::wstring_view text) {
+  return (text.starts_with(L"--") ? L"" : L"-") + std::wstring(text);
+}
+
+std::vector<std::wstring> OptionsOf(const Command& command) {
+  return Signature(command.arguments).options;
+}
+
 Arguments::Arguments(const Command& command, std::span<const std::wstring> given) {
   const Signature signature(command.arguments);
   names_ = signature.names;
@@ -58,11 +75,15 @@ Arguments::Arguments(const Command& command, std::span<const std::wstring> given
   for (const std::wstring& text : given) {
     if (optionsMayCome && text == L"--") {
       optionsMayCome = false;
-    } else if (optionsMayCome && text.starts_with(L"--")) {
-      if (std::ranges::find(signature.options, text) == signature.options.end()) {
-        throw BadInput{L"there is no option " + text + L" here (a text that begins so goes behind --)"};
+    } else if (optionsMayCome && IsOption(text)) {
+      const std::wstring option = OptionName(text);
+      if (std::ranges::find(signature.options, option) == signature.options.end()) {
+        std::vector<std::wstring> known = signature.options;
+        known.insert(known.end(), std::begin(commonOptions), std::end(commonOptions));
+        throw BadInput{L"there is no option " + text + L" here (a text that begins so goes behind --)" +
+                       DidYouMean(option, known)};
       }
-      options_.push_back(text);
+      options_.push_back(option);
     } else {
       texts_.push_back(text);
     }

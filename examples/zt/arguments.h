@@ -14,6 +14,14 @@
 
 namespace zt {
 
+/// Whether a text is an option: two dashes, or one and a letter. "-2.5" is a
+/// number.
+bool IsOption(std::wstring_view text);
+/// The option with two dashes.
+std::wstring OptionName(std::wstring_view text);
+/// The options that are a command's own.
+std::vector<std::wstring> OptionsOf(const Command& command);
+
 /// Each getter throws BadInput, naming the argument, unless the text is what it asks for.
 class Arguments {
  public:

@@ -49,5 +49,6 @@ extern const Group textGroup;
 extern const Group whereGroup;
 extern const Group processGroup;
 extern const Group roundGroup;
+extern const Group completionGroup;
 
 }  // namespace zt

@@ -4,6 +4,9 @@
 #include <windows.h>
 
 #include <iterator>
+#include <vector>
+
+#include "json.h"
 
 namespace zt {
 namespace {
@@ -51,14 +54,16 @@ class Stream {
   bool arrived_ = true;
 };
 
-Stream& Out() {
-  static Stream stream(STD_OUTPUT_HANDLE);
-  return stream;
-}
+// One run: where it talks to, how, and what it has said for --json.
+struct Run {
+  Manner manner;
+  Stream out{STD_OUTPUT_HANDLE}, error{STD_ERROR_HANDLE};
+  std::vector<std::wstring> result = {}, remarks = {};
+};
 
-Stream& Error() {
-  static Stream stream(STD_ERROR_HANDLE);
-  return stream;
+Run& Current() {
+  static Run run;
+  return run;
 }
 
 std::wstring WithLineEnds(std::wstring_view text) {
@@ -72,30 +77,58 @@ std::wstring WithLineEnds(std::wstring_view text) {
 
 }  // namespace
 
+void Begin(const Manner& manner) {
+  Current() = Run();
+  Current().manner = manner;
+}
+
+bool IsJson() {
+  return Current().manner.json;
+}
+
+void EndJson(std::wstring_view command, int exit) {
+  Run& run = Current();
+  if (!run.manner.json) return;
+  run.manner.json = false;
+  PrintLine(JsonAnswer(command, exit, run.result, run.remarks));
+}
+
 void PrintLine(std::wstring_view text) {
-  Out().Write(std::wstring(text) + L"\r\n");
+  if (IsJson()) {
+    Current().result.emplace_back(text);
+  } else {
+    Current().out.Write(std::wstring(text) + L"\r\n");
+  }
+}
+
+void Confirm(std::wstring_view text) {
+  if (IsJson() || !Current().manner.quiet) PrintLine(text);
 }
 
 void Print(std::wstring_view text) {
-  Out().Write(WithLineEnds(text));
+  Current().out.Write(WithLineEnds(text));
 }
 
 void PrintBytes(std::string_view bytes) {
-  Out().WriteBytes(bytes);
+  Current().out.WriteBytes(bytes);
 }
 
 void Complain(std::wstring_view text) {
-  Error().Write(WithLineEnds(L"zt: " + std::wstring(text) + L"\n"));
+  if (IsJson()) {
+    Current().remarks.emplace_back(text);
+    return;
+  }
+  Current().error.Write(WithLineEnds(L"zt: " + std::wstring(text) + L"\n"));
 }
 
 void PrintError(std::wstring_view text) {
-  Error().Write(WithLineEnds(text));
+  Current().error.Write(WithLineEnds(text));
 }
 
 bool AskYes(std::wstring_view question) {
   const HANDLE input = ::GetStdHandle(STD_INPUT_HANDLE);
   DWORD mode;
-  if (!::GetConsoleMode(input, &mode) || !Error().IsConsole()) return true;
+  if (!::GetConsoleMode(input, &mode) || !Current().error.IsConsole()) return true;
   PrintError(std::wstring(question) + L" [y/N] ");
   wchar_t answer[64] = {};
   DWORD count = 0;
@@ -103,12 +136,29 @@ bool AskYes(std::wstring_view question) {
   return count && (answer[0] == L'y' || answer[0] == L'Y');
 }
 
+bool AskSecretly(std::wstring_view question, std::wstring& answer) {
+  const HANDLE input = ::GetStdHandle(STD_INPUT_HANDLE);
+  DWORD mode;
+  if (!::GetConsoleMode(input, &mode) || !Current().error.IsConsole()) return false;
+  PrintError(question);
+  ::SetConsoleMode(input, (mode | ENABLE_LINE_INPUT | ENABLE_PROCESSED_INPUT) & ~DWORD{ENABLE_ECHO_INPUT});
+  wchar_t text[1024];
+  DWORD count = 0;
+  const BOOL read = ::ReadConsoleW(input, text, static_cast<DWORD>(std::size(text)), &count, nullptr);
+  ::SetConsoleMode(input, mode);
+  PrintError(L"\n");
+  while (count && (text[count - 1] == L'\r' || text[count - 1] == L'\n')) --count;
+  answer.assign(text, count);
+  ::SecureZeroMemory(text, sizeof text);
+  return read != 0;
+}
+
 bool ErrorsAreOnConsole() {
-  return Error().IsConsole();
+  return Current().error.IsConsole();
 }
 
 bool OutputArrived() {
-  return Out().Arrived();
+  return Current().out.Arrived();
 }
 
 }  // namespace zt

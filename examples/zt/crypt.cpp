@@ -6,6 +6,8 @@
 
 #include "arguments.h"
 #include "console.h"
+#include "failure.h"
+#include "pass_phrase.h"
 #include "settings.h"
 
 namespace zt {
@@ -14,8 +16,7 @@ namespace {
 using Bytes = CArray<BYTE, const BYTE&>;
 
 // The exports for texts take one byte of each character and drop the rest without a word.
-const std::wstring& Latin(const Arguments& arguments, std::size_t at) {
-  const std::wstring& text = arguments.Text(at);
+const std::wstring& Latin(const Arguments& arguments, std::size_t at, const std::wstring& text) {
   if (std::ranges::any_of(text, [](wchar_t one) { return one > 0xFF; })) {
     arguments.Reject(at, L"holds a character above U+00FF; --utf8 stores such texts");
   }
@@ -37,17 +38,18 @@ std::wstring View(const CStringW& text) {
 bool Encrypt(const Arguments& arguments, std::size_t at, std::wstring& cipher) {
   CStringW result;
   int length;
+  const std::wstring phrase = PassPhrase(arguments, at - 1, true);
   if (arguments.Has(L"--utf8")) {
     Bytes pass, plain;
-    SetUtf8(pass, arguments.Text(at - 1));
+    SetUtf8(pass, phrase);
     SetUtf8(plain, arguments.Text(at));
     length = ZERA_TOOLS_ENC_UC(pass, plain, result, TRUE);
   } else {
-    length =
-        ZERA_TOOLS_ENC_STRING_L_UC(Latin(arguments, at - 1).c_str(), Latin(arguments, at).c_str(), result);
+    length = ZERA_TOOLS_ENC_STRING_L_UC(Latin(arguments, at - 1, phrase).c_str(),
+                                        Latin(arguments, at, arguments.Text(at)).c_str(), result);
   }
   cipher = View(result);
-  if (length < 0) Complain(L"the system's cryptographic service failed");
+  if (length < 0) Complain(L"the system's cryptographic service failed", ::GetLastError());
   return length >= 0;
 }
 
@@ -55,14 +57,15 @@ bool Encrypt(const Arguments& arguments, std::size_t at, std::wstring& cipher) {
 Exit Decrypt(const Arguments& arguments, std::size_t at, const std::wstring& cipher) {
   CStringW result;
   int length;
+  const std::wstring phrase = PassPhrase(arguments, at);
   if (arguments.Has(L"--utf8")) {
     Bytes pass, plain;
-    SetUtf8(pass, arguments.Text(at));
+    SetUtf8(pass, phrase);
     length = ZERA_TOOLS_DEC_UC(pass, cipher.c_str(), TRUE, plain);
     plain.Add(0);
     ZERA_TOOLS_STRING_UTF8_TO_UC(reinterpret_cast<const char*>(plain.GetData()), result);
   } else {
-    length = ZERA_TOOLS_DEC_STRING_UC(Latin(arguments, at).c_str(), cipher.c_str(), result);
+    length = ZERA_TOOLS_DEC_STRING_UC(Latin(arguments, at, phrase).c_str(), cipher.c_str(), result);
   }
   // 0 bytes of a text that is not empty: the service failed.
   if (length < 0 || (length == 0 && !cipher.empty())) {
@@ -86,8 +89,10 @@ Exit EncryptText(const Arguments& arguments) {
 
 Exit EncryptShort(const Arguments& arguments) {
   CStringW result;
-  if (ZERA_TOOLS_ENC_STRING_S_UC(Latin(arguments, 0).c_str(), Latin(arguments, 1).c_str(), result) < 0) {
-    Complain(L"the system's cryptographic service failed");
+  const std::wstring phrase = PassPhrase(arguments, 0);
+  if (ZERA_TOOLS_ENC_STRING_S_UC(Latin(arguments, 0, phrase).c_str(),
+                                 Latin(arguments, 1, arguments.Text(1)).c_str(), result) < 0) {
+    Complain(L"the system's cryptographic service failed", ::GetLastError());
     return no;
   }
   PrintLine(View(result));
@@ -104,7 +109,7 @@ Exit Store(const Arguments& arguments) {
   if (arguments.Text(4).empty()) arguments.Reject(4, L"is empty");
   std::wstring cipher;
   if (!Encrypt(arguments, 4, cipher) || !WriteText(place, cipher)) return no;
-  PrintLine(place.key + L"=" + cipher);
+  Confirm(place.key + L"=" + cipher);
   return done;
 }
 
@@ -148,6 +153,10 @@ const Command commands[] = {
 
 const Group cryptGroup = {
     L"crypt", L"Encrypt and decrypt texts, also in settings files",
+    L"PASSPHRASE is the pass phrase itself, which others may see in the list of processes and in the\n"
+    L"shell's history, or says where it is: @prompt asks for it without showing it, @file:PATH takes\n"
+    L"the first line of a file in UTF-8, @env:NAME a variable of the environment. A pass phrase that\n"
+    L"begins so is written @text:PASSPHRASE.\n"
     L"Pass phrase and text may hold characters up to U+00FF, as the applications store them; with\n"
     L"--utf8 any characters, for texts that are written and read that way. The cipher (RC4 with\n"
     L"MD5) is there for stored texts that exist; it does not protect against an attacker.\n",

@@ -24,7 +24,7 @@ Exit Answer(int yes) {
 template <class Why>
 Exit Report(int success, const std::wstring& what, const std::wstring& failure, Why why) {
   if (success) {
-    PrintLine(what);
+    if (!what.empty()) Confirm(what);
   } else {
     Complain(failure, why());
   }
@@ -166,6 +166,7 @@ Exit Compare(const Arguments& arguments) {
 }
 
 Exit Read(const Arguments& arguments) {
+  if (IsJson()) throw BadInput{L"the bytes of a file go to stdout as they are, not as JSON"};
   const std::wstring& path = arguments.Path(0);
   if (Missing(path)) return no;
   // The library would read the size modulo 4 GiB, and succeed.
@@ -209,7 +210,8 @@ Exit Version(const Arguments& arguments) {
   if (Missing(path)) return no;
   wchar_t version[64];  // four numbers of at most 5 digits
   const int found = ZERA_TOOLS_FILE_GET_VERSION_UC(path.c_str(), version, std::size(version));
-  return Report(found, version, path + L" has no version information", [&] {
+  if (found) PrintLine(version);
+  return Report(found, L"", path + L" has no version information", [&] {
     const DWORD error = ReadError(path);
     return error ? error : ERROR_RESOURCE_DATA_NOT_FOUND;
   });
@@ -225,7 +227,8 @@ Exit FreeSpace(const Arguments& arguments) {
   const float gigabytes = ZERA_TOOLS_FILE_GET_FREEDISK_GB_UC(drive[0]);
   wchar_t text[64];
   std::swprintf(text, std::size(text), L"%.3f GB", static_cast<double>(gigabytes));
-  return Report(gigabytes > 0, text, L"the free space of drive " + drive + L" is not known", [&] {
+  if (gigabytes > 0) PrintLine(text);
+  return Report(gigabytes > 0, L"", L"the free space of drive " + drive + L" is not known", [&] {
     ULARGE_INTEGER free;
     const std::wstring root = drive.substr(0, 1) + L":";
     return ::GetDiskFreeSpaceExW(root.c_str(), &free, nullptr, nullptr) ? DWORD{0} : ::GetLastError();

@@ -17,6 +17,7 @@ namespace {
 // library can hold; going on with an emptied path is nothing a tool that deletes should do.
 void OnInvalidParameter(const wchar_t*, const wchar_t*, const wchar_t*, unsigned int, std::uintptr_t) {
   Complain(L"stopped: a path on the way is too long for the library");
+  EndJson(L"", no);
   std::_Exit(no);
 }
 
@@ -28,6 +29,7 @@ LONG WINAPI OnException(EXCEPTION_POINTERS* what) {
   const DWORD error = ::GetLastError();
   Complain(L"failed: the library raised an exception (reading or writing failed halfway, or memory ran out)",
            error);
+  EndJson(L"", no);
   std::_Exit(no);
 }
 

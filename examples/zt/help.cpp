@@ -11,13 +11,14 @@ constexpr std::wstring_view commonTasks =
     L"Common tasks:\n"
     L"  Find an application's settings file:\n"
     L"    zt where settings C:\\App\\view.exe\n"
-    L"  Read the language of its user interface, save another, load its language module:\n"
+    L"  Read the language of its texts, save another, load its language module:\n"
     L"    zt where language C:\\App\\view.ini\n"
     L"    zt where set-language C:\\App\\view.ini FRA\n"
     L"    zt where load-language C:\\App\\view.exe FRA\n"
     L"  Encrypt a licence text into a settings file, read it back:\n"
-    L"    zt crypt store C:\\App\\view.ini Licence Text \"pass phrase\" \"Licensed to Ann\"\n"
-    L"    zt crypt load C:\\App\\view.ini Licence Text \"pass phrase\"\n"
+    L"    zt crypt store C:\\App\\view.ini Licence Text @env:ZT_PASS \"Licensed to "
+    L"Ann\"\n"
+    L"    zt crypt load C:\\App\\view.ini Licence Text @env:ZT_PASS\n"
     L"  Delete log files older than 30 days:\n"
     L"    zt tree prune --yes C:\\ProgramData\\Viewer\\logs\\ .log 30d\n"
     L"  Copy a template tree, keeping files that are already there:\n"
@@ -74,7 +75,10 @@ std::wstring HelpOf(std::span<const Group* const> groups) {
   help +=
       L"\nzt GROUP --help           lists the commands of a group\n"
       L"zt GROUP COMMAND --help   explains a command\n"
-      L"zt --version              shows the versions of zt and of the library\n\n";
+      L"zt --version              shows the versions of zt and of the "
+      L"library\n\n"
+      L"Every command takes --json (what it says as one line of JSON) and --quiet (no\n"
+      L"word about what was done). Options begin with one dash or two.\n\n";
   help += Wrapped(exitCodes);
   help += Wrapped(L"Results go to stdout, remarks and errors to stderr; both as UTF-8 when redirected.");
   return help;

@@ -63,7 +63,7 @@ Exit End(const Arguments& arguments) {
   const std::vector<DWORD> before = ProcessesOf(name);
   ZERA_TOOLS_KILLPROCESS_UC(name.c_str());
   if (before.empty()) {
-    PrintLine(L"there was no process of the name " + name);
+    Confirm(L"there was no process of the name " + name);
     return done;
   }
   const std::vector<DWORD> left = StillThere(before, name);
@@ -71,7 +71,7 @@ Exit End(const Arguments& arguments) {
   const std::wstring what = L"ended " + std::to_wstring(ended) + (ended == 1 ? L" process" : L" processes") +
                             L" of the name " + name;
   if (left.empty()) {
-    PrintLine(what);
+    Confirm(what);
     return done;
   }
   for (const DWORD id : left) {
@@ -88,7 +88,7 @@ Exit Post(const Arguments& arguments) {
   const auto lParam = static_cast<LPARAM>(arguments.Integer(3, INT64_MIN, INT64_MAX));
   const Progress progress(L"posting");
   if (ZERA_TOOLS_POSTTHREADMESSAGE(&thread, message, wParam, lParam)) {
-    PrintLine(L"posted");
+    Confirm(L"posted");
     return done;
   }
   // A message that means nothing tells why.

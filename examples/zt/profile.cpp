@@ -104,7 +104,7 @@ Exit SetNumber(const Arguments& arguments) {
   const Place place(arguments);
   const typename Type::Value value = Type::Parse(arguments, 3);
   if (Type::Write()(place.section.c_str(), place.key.c_str(), place.file.c_str(), value)) {
-    PrintLine(place.key + L"=" + Shown(value));
+    Confirm(place.key + L"=" + Shown(value));
     return done;
   }
   Complain(L"could not write " + place.file, WriteError(place.file));
@@ -128,7 +128,7 @@ Exit SetString(const Arguments& arguments) {
   const Place place(arguments);
   const std::wstring& value = arguments.Line(3);
   if (!WriteText(place, value)) return no;
-  PrintLine(place.key + L"=" + value);
+  Confirm(place.key + L"=" + value);
   return done;
 }
 
@@ -136,7 +136,7 @@ Exit Remove(const Arguments& arguments) {
   const Place place(arguments);
   if (!CanRead(place.file)) return no;
   if (!HasKey(place) && ReadText(place, L"").empty()) {
-    PrintLine(L"there was no " + place.key);
+    Confirm(L"there was no " + place.key);
     return done;
   }
   // Always 1; without a value no key is left, and its companions are emptied.
@@ -145,7 +145,7 @@ Exit Remove(const Arguments& arguments) {
     Complain(L"could not write " + place.file, WriteError(place.file));
     return no;
   }
-  PrintLine(L"removed " + place.key);
+  Confirm(L"removed " + place.key);
   return done;
 }
 

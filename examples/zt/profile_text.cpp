@@ -89,7 +89,7 @@ Exit WriteSettingsText(const Arguments& arguments) {
     Complain(L"could not write " + file, WriteError(file));
     return no;
   }
-  PrintLine(L"wrote " + std::to_wstring(bytes.GetLength()) + L" bytes to " + file);
+  Confirm(L"wrote " + std::to_wstring(bytes.GetLength()) + L" bytes to " + file);
   return done;
 }
 

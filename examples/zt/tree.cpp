@@ -103,7 +103,7 @@ Exit Report(const std::wstring& start, const Deletion& plan, const DeletionRule&
              left.error);
   }
   if (succeeded && result.left.empty()) {
-    PrintLine(counts);
+    Confirm(counts);
     return done;
   }
   Complain(counts + (result.left.empty() ? L"; something else below it could not be deleted" : L""));

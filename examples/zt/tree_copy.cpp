@@ -118,7 +118,7 @@ Exit Report(const CopyPlan& plan, const std::wstring& destination) {
     Complain(what);
     return no;
   }
-  PrintLine(what);
+  Confirm(what);
   return done;
 }
 

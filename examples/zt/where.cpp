@@ -112,7 +112,7 @@ Exit SaveLanguage(const Arguments& arguments) {
     Complain(L"could not write " + file, WriteError(file));
     return no;
   }
-  PrintLine(Shown(language));
+  Confirm(Shown(language));
   return done;
 }
 

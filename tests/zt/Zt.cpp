@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <shellapi.h>
 
+#include <run.h>
+
 #include "support/StartProcess.h"
 #include "support/TempFolder.h"
 
@@ -60,6 +62,34 @@ Result Zt(const std::vector<std::wstring>& arguments, const std::string& input, 
   }
   for (const HANDLE handle : {startup.hStdInput, startup.hStdOutput, startup.hStdError})
     ::CloseHandle(handle);
+  result.out = ReadBytes(streams / L"out");
+  result.err = ReadBytes(streams / L"err");
+  return result;
+}
+
+Result ZtHere(const std::vector<std::wstring>& arguments, const std::string& input,
+              const std::wstring& folder) {
+  const TempFolder streams;
+  const struct {
+    DWORD which;
+    HANDLE before, now;
+  } handles[] = {{STD_INPUT_HANDLE, ::GetStdHandle(STD_INPUT_HANDLE),
+                  Open(streams.File(L"in", input), GENERIC_READ, OPEN_EXISTING)},
+                 {STD_OUTPUT_HANDLE, ::GetStdHandle(STD_OUTPUT_HANDLE),
+                  Open(streams / L"out", GENERIC_WRITE, CREATE_ALWAYS)},
+                 {STD_ERROR_HANDLE, ::GetStdHandle(STD_ERROR_HANDLE),
+                  Open(streams / L"err", GENERIC_WRITE, CREATE_ALWAYS)}};
+  wchar_t before[MAX_PATH];
+  ::GetCurrentDirectoryW(MAX_PATH, before);
+  if (!folder.empty()) ::SetCurrentDirectoryW(folder.c_str());
+  for (const auto& one : handles) ::SetStdHandle(one.which, one.now);
+  Result result;
+  result.exit = static_cast<DWORD>(zt::Run(arguments));
+  for (const auto& one : handles) {
+    ::SetStdHandle(one.which, one.before);
+    ::CloseHandle(one.now);
+  }
+  ::SetCurrentDirectoryW(before);
   result.out = ReadBytes(streams / L"out");
   result.err = ReadBytes(streams / L"err");
   return result;

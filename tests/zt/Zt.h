@@ -21,6 +21,10 @@ std::ostream& operator<<(std::ostream& stream, const Result& result);
 Result Zt(const std::vector<std::wstring>& arguments, const std::string& input = {},
           const std::wstring& folder = {});
 
+/// The same within this process, which is much faster: for what is refused, and for the help.
+Result ZtHere(const std::vector<std::wstring>& arguments, const std::string& input = {},
+              const std::wstring& folder = {});
+
 /// The arguments of a command line as shells and the help write it, without the program.
 std::vector<std::wstring> Words(const std::wstring& line);
 

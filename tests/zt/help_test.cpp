@@ -13,7 +13,10 @@ namespace {
 
 using test::Lines;
 using test::Result;
-using test::Zt;
+// Hundreds of pages: without a process for each.
+Result Zt(const std::vector<std::wstring>& arguments) {
+  return test::ZtHere(arguments);
+}
 
 struct Listed {
   std::wstring group, command, arguments;
@@ -64,10 +67,18 @@ const std::vector<Listed>& Commands() {
 
 TEST(ZtHelp, OverviewOnRequestIsAResult) {
   for (const wchar_t* word : {L"--help", L"-h", L"/?", L"help"}) {
-    const Result result = Zt({word});
+    const Result result = test::Zt({word});
     EXPECT_EQ(0u, result.exit);
     EXPECT_EQ("", result.err);
     EXPECT_TRUE(result.out.starts_with("zt - ")) << result;
+    for (const std::string& line : Lines(result.out)) EXPECT_LT(line.size(), 80u) << line;
+  }
+  for (const std::wstring group : {L"where", L"profile", L"crypt", L"tree", L"path", L"file", L"text",
+                                   L"round", L"process", L"completion"}) {
+    const Result result = Zt({group, L"--help"});
+    EXPECT_EQ(result.out, Zt({group, L"-h"}).out);
+    EXPECT_EQ(result.out, Zt({group, L"/?"}).out);
+    for (const std::string& line : Lines(result.out)) EXPECT_LT(line.size(), 80u) << line;
   }
 }
 
@@ -100,10 +111,12 @@ TEST(ZtHelp, EveryCommandExplainsItself) {
     EXPECT_NE(listed.help.npos, listed.help.find("Exit codes: ")) << listed.help;
     for (const std::string& line : Lines(listed.help)) EXPECT_LT(line.size(), 80u) << line;
     // Help is given whatever else stands there, and nothing is done.
-    EXPECT_EQ(listed.help, Zt({listed.group, listed.command, L"x", L"--help"}).out);
+    for (const wchar_t* word : {L"--help", L"-h", L"/?", L"-?"}) {
+      EXPECT_EQ(listed.help, Zt({listed.group, listed.command, L"x", word}).out);
+    }
   }
   EXPECT_EQ((std::set<std::wstring>{L"where", L"profile", L"crypt", L"tree", L"path", L"file", L"text",
-                                    L"round", L"process"}),
+                                    L"round", L"process", L"completion"}),
             groups);
   EXPECT_GT(Commands().size(), 60u);
   EXPECT_EQ(Commands()[0].help, Zt({L"help", Commands()[0].group, Commands()[0].command}).out);
@@ -163,6 +176,7 @@ TEST(ZtHelp, CommonTasksWork) {
   folder.Folder(L"Viewer\\template\\deep");
   test::WriteBytes(viewer + L"template\\deep\\form.txt", "form");
   folder.Folder(L"project");
+  ::SetEnvironmentVariableW(L"ZT_PASS", L"pass phrase");
 
   std::vector<Result> results;
   for (const std::string& line : Section(Zt({L"--help"}).out, "Common tasks:")) {
