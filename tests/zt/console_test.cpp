@@ -149,6 +149,21 @@ TEST(ZtConsole, AsksBeforeDeleting) {
   ::SetEnvironmentVariableW(L"on_console_keys", nullptr);
 }
 
+// Asked for twice, since a mistyped phrase encrypts all the same; and never shown.
+TEST(ZtConsole, PassPhraseFromPrompt) {
+  const std::string cipher = test::Lines(test::ZtHere({L"crypt", L"encrypt", L"secret", L"Hello"}).out).at(0);
+  ::SetEnvironmentVariableW(L"on_console_keys", L"secret\rsecret\r");
+  Console same(L"crypt encrypt @prompt Hello");
+  EXPECT_EQ(0u, same.Exit());
+  const std::string shown = same.Close();
+  EXPECT_NE(shown.npos, shown.find(cipher)) << shown;
+  EXPECT_EQ(shown.npos, shown.find("secret")) << shown;
+  ::SetEnvironmentVariableW(L"on_console_keys", L"secret\rother\r");
+  Console other(L"crypt encrypt @prompt Hello");
+  EXPECT_EQ(2u, other.Exit());
+  ::SetEnvironmentVariableW(L"on_console_keys", nullptr);
+}
+
 TEST(ZtConsole, NoProgressInAFile) {
   const test::TempFolder folder;
   const test::Result result = test::Zt({L"file", L"wait", folder / L"never", L"1500"});
