@@ -16,7 +16,7 @@ find src -name '*.cpp' -print0 | sort -z | nice -n 5 xargs -0 -P "$jobs" -I{} \
 echo "compiled: $(find src -name '*.cpp' | wc -l) sources of the library"
 
 # The tests' largest headers are read once.
-test_flags=("${product_flags[@]}" "${also[@]}" -I "$top/tests" -I "$build/tests/frame"
+test_flags=("${product_flags[@]}" "${also[@]}" -I "$top/tests" -I "$top/examples/zt" -I "$build/tests/frame"
   -DZERATOOLS_MAJOR=1 -DZERATOOLS_MINOR=0 -DZERATOOLS_PATCH=0 '-DZT_VERSION="1.0.0"'
   -isystem /usr/src/googletest/googletest/include)
 printf '#include <gtest/gtest.h>\n#include <windows.h>\n' >"$work/all.h"

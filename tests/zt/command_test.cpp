@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 // What the commands do, seen on stdout and on the disk.
 #include <gtest/gtest.h>
-#include <winioctl.h>
 
 #include <thread>
+
+#include <windows.h>
+// Needs the types of the one above.
+#include <winioctl.h>
 
 #include "Zt.h"
 #include "support/StartProcess.h"
