@@ -2,7 +2,11 @@
 // Path.h: taking paths apart and putting them together. Text only, no platform calls.
 #pragma once
 
+#include <emmintrin.h>
+
+#include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace file {
@@ -34,6 +38,44 @@ struct Parts {
   }
 };
 
+// Where the name of a UTF-16 path starts and where its last period is, npos without one. No unit hides in
+// another one's second half, so both are found from the end, eight units at a time.
+struct NamePlace {
+  std::size_t name;
+  std::size_t period;
+};
+
+inline NamePlace FindName(Text<wchar_t> path, std::size_t drive) {
+  NamePlace place = {path.size(), path.npos};
+  if (path.size() - drive < 8) {
+    for (; place.name > drive && !IsSeparator(path[place.name - 1]); --place.name) {
+      if (place.period == path.npos && path[place.name - 1] == L'.') place.period = place.name - 1;
+    }
+    return place;
+  }
+  while (place.name > drive) {
+    // The first block may look at units again that the one behind it found nothing in.
+    const std::size_t from = place.name - drive >= 8 ? place.name - 8 : drive;
+    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(path.data() + from));
+    const auto last = [&](__m128i found) {
+      const auto bits = static_cast<unsigned>(_mm_movemask_epi8(found));
+      return bits == 0 ? path.npos : from + static_cast<std::size_t>(std::bit_width(bits) - 1) / 2;
+    };
+    const auto equal = [&](wchar_t one) {
+      return _mm_cmpeq_epi16(block, _mm_set1_epi16(static_cast<short>(one)));
+    };
+    const std::size_t separator = last(_mm_or_si128(equal(L'\\'), equal(L'/')));
+    if (place.period == path.npos) place.period = last(equal(L'.'));
+    if (separator != path.npos) {
+      place.name = separator + 1;
+      if (place.period < place.name) place.period = path.npos;
+      return place;
+    }
+    place.name = from;
+  }
+  return place;
+}
+
 // Splits a path. `isLead` tells whether a character is the first half of a double-byte one; the
 // second half, whatever its value, is no separator and no period.
 template <class Char, class IsLead>
@@ -42,10 +84,9 @@ Parts<Char> Split(Text<Char> path, IsLead isLead) {
   std::size_t name = drive;
   std::size_t period = path.npos;
   if constexpr (sizeof(Char) > 1) {
-    // No unit of UTF-16 hides in another one's second half, so the name is found from the end.
-    for (name = path.size(); name > drive && !IsSeparator(path[name - 1]); --name) {
-      if (period == path.npos && path[name - 1] == Char('.')) period = name - 1;
-    }
+    const NamePlace place = FindName(path, drive);
+    name = place.name;
+    period = place.period;
   } else {
     for (std::size_t i = drive; i < path.size(); ++i) {
       const Char one = path[i];
@@ -101,15 +142,25 @@ bool Apply(const Change<Char>& change, Char* path, std::size_t length, std::size
   const std::size_t rest = length - change.from - change.length;
   if (change.from + fresh + rest >= capacity) return false;
   using Traits = std::char_traits<Char>;
-  // What follows is kept apart while the text is brought to its place.
-  Char kept[kMostPath + 1];
-  Traits::copy(kept, path + change.from + change.length, rest);
+  const Char* following = path + change.from + change.length;
   Char* to = path + change.from;
+  // A text that reaches into what is written is brought to its place first, and what follows is kept apart
+  // for that time.
+  const auto address = [](const Char* at) { return reinterpret_cast<std::uintptr_t>(at); };
+  const bool own = address(change.text.data()) <= address(to + fresh + rest) &&
+                   address(change.text.data() + change.text.size()) >= address(to);
+  Char kept[kMostPath + 1];
+  if (own) {
+    Traits::copy(kept, following, rest);
+    following = kept;
+  } else {
+    Traits::move(to + fresh, following, rest);
+  }
   Traits::move(to + change.before.size(), change.text.data(), change.text.size());
   for (const Char one : change.before) *to++ = one;
   to += change.text.size();
   for (const Char one : change.after) *to++ = one;
-  Traits::copy(to, kept, rest);
+  if (own) Traits::copy(to, following, rest);
   to[rest] = Char(0);
   return true;
 }
