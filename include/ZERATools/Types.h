@@ -381,10 +381,14 @@ class CArray {
       if (static_cast<std::size_t>(size) > static_cast<std::size_t>(-1) / 2 / sizeof(Type)) {
         zera_types::ThrowMemory();
       }
-      void* const larger = std::realloc(m_pData, static_cast<std::size_t>(size) * sizeof(Type));
+      // The platform has large blocks of zeros ready.
+      const bool first = !m_pData;
+      void* const larger = first ? std::calloc(static_cast<std::size_t>(size), sizeof(Type))
+                                 : std::realloc(m_pData, static_cast<std::size_t>(size) * sizeof(Type));
       if (!larger) zera_types::ThrowMemory();
       m_pData = static_cast<Type*>(larger);
       m_nMaxSize = size;
+      if (first) m_nSize = size;
     }
     if (size > m_nSize) {
       std::memset(static_cast<void*>(m_pData + m_nSize), 0,

@@ -65,6 +65,16 @@ inline bool ReadHexTogether(const wchar_t* text, unsigned char* bytes) noexcept 
   return true;
 }
 
+/// Writes a unit for each byte.
+inline void Widen(const unsigned char* bytes, std::size_t count, wchar_t* out) noexcept {
+  std::size_t i = 0;
+  for (; i + kTogether <= count; i += kTogether) {
+    const __m128i block = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(bytes + i));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out + i), _mm_unpacklo_epi8(block, _mm_setzero_si128()));
+  }
+  for (; i < count; ++i) out[i] = bytes[i];
+}
+
 /// The characters that WriteDecimal writes.
 inline std::size_t DecimalLength(const unsigned char* bytes, std::size_t count) noexcept {
   std::size_t length = count;

@@ -154,8 +154,9 @@ int CEncrypt::EncryptToText(const ByteArray& passPhrase, const ByteArray& plain,
   return Encrypt(passPhrase, plain, text, hex);
 }
 
-int CEncrypt::DecryptText(const ByteArray& passPhrase, const wchar_t* text, BOOL hex, ByteArray& plain) {
-  crypt::WipeAndEmpty(plain);
+// Lets `take` have the plain bytes, if there are any.
+template <class Take>
+int CEncrypt::Decrypt(const ByteArray& passPhrase, const wchar_t* text, BOOL hex, Take take) {
   TakePassPhrase(passPhrase);
   const std::size_t characters = text ? base::TextLength(text) : 0;
   const std::size_t size = hex ? characters / 2 : characters;
@@ -168,7 +169,22 @@ int CEncrypt::DecryptText(const ByteArray& passPhrase, const wchar_t* text, BOOL
   if (!Init()) return 0;
   DWORD length = static_cast<DWORD>(size);
   if (!DecryptBuffer(buffer.data(), &length)) return 0;
-  plain.SetSize(static_cast<INT_PTR>(length));
-  if (length != 0) std::memcpy(plain.GetData(), buffer.data(), length);
+  if (length != 0) take(buffer.data(), length);
   return static_cast<int>(length);
+}
+
+int CEncrypt::DecryptText(const ByteArray& passPhrase, const wchar_t* text, BOOL hex, ByteArray& plain) {
+  crypt::WipeAndEmpty(plain);
+  return Decrypt(passPhrase, text, hex, [&](const BYTE* bytes, std::size_t count) {
+    plain.SetSize(static_cast<INT_PTR>(count));
+    std::memcpy(plain.GetData(), bytes, count);
+  });
+}
+
+int CEncrypt::DecryptText(const ByteArray& passPhrase, const wchar_t* text, BOOL hex, CStringW& plain) {
+  return Decrypt(passPhrase, text, hex, [&](const BYTE* bytes, std::size_t count) {
+    plain.Empty();
+    crypt::Widen(bytes, count, plain.GetBuffer(static_cast<int>(count)));
+    plain.ReleaseBufferSetLength(static_cast<int>(count));
+  });
 }

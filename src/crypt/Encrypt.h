@@ -63,6 +63,9 @@ class CEncrypt {
   /// the number of plain bytes; -1 when memory is exhausted or a pair of digits cannot be read, 0 when
   /// the platform's service fails.
   int DecryptText(const crypt::ByteArray& passPhrase, const wchar_t* text, BOOL hex, crypt::ByteArray& plain);
+  /// Into a string of one unit for each byte, which may hold the text. It is left alone when there are no
+  /// plain bytes.
+  int DecryptText(const crypt::ByteArray& passPhrase, const wchar_t* text, BOOL hex, CStringW& plain);
 
   /// The pass phrase. It may be given to the operations above as their own argument.
   crypt::ByteArray m_key;
@@ -72,6 +75,8 @@ class CEncrypt {
   template <class Char>
   int Encrypt(const crypt::ByteArray& passPhrase, const crypt::ByteArray& plain, CStringT<Char>& text,
               BOOL hex);
+  template <class Take>
+  int Decrypt(const crypt::ByteArray& passPhrase, const wchar_t* text, BOOL hex, Take take);
 
   // Given back in the reverse order.
   crypt::Provider m_hProvider;

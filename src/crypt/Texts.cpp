@@ -41,16 +41,22 @@ int EncryptNothing(const char* passPhrase, CStringA& text, BOOL hex) {
   return engine.EncryptToText(key, nothing, text, hex);
 }
 
-// Empties a string at the end of a scope, however it is left: until then it may hold the inputs.
-class EmptyAtEnd {
+// Empties a string at the end of a scope, however it is left, unless it holds the result: until then it may
+// hold the inputs.
+class EmptyUnlessDone {
  public:
-  explicit EmptyAtEnd(CStringW& text) noexcept : text_(text) {}
-  EmptyAtEnd(const EmptyAtEnd&) = delete;
-  EmptyAtEnd& operator=(const EmptyAtEnd&) = delete;
-  ~EmptyAtEnd() { text_.Empty(); }
+  explicit EmptyUnlessDone(CStringW& text) noexcept : text_(text) {}
+  EmptyUnlessDone(const EmptyUnlessDone&) = delete;
+  EmptyUnlessDone& operator=(const EmptyUnlessDone&) = delete;
+  ~EmptyUnlessDone() {
+    if (!done_) text_.Empty();
+  }
+
+  void Done() noexcept { done_ = true; }
 
  private:
   CStringW& text_;
+  bool done_ = false;
 };
 
 }  // namespace
@@ -111,17 +117,11 @@ int DecryptString(const char* passPhrase, const CStringA& text, CStringA& plain)
 }
 
 int DecryptString(const wchar_t* passPhrase, const wchar_t* text, CStringW& plain) {
-  SecretBytes bytes;
-  int result = -1;
-  {
-    const EmptyAtEnd guard(plain);
-    result = Decrypt(SecretBytes(passPhrase), text, TRUE, bytes);
-  }
-  if (result > 0) {
-    wchar_t* const out = plain.GetBuffer(result);
-    for (int i = 0; i < result; ++i) out[i] = bytes[i];
-    plain.ReleaseBufferSetLength(result);
-  }
+  EmptyUnlessDone guard(plain);
+  const SecretBytes key(passPhrase);
+  CEncrypt engine;
+  const int result = engine.DecryptText(key, text, TRUE, plain);
+  if (result > 0) guard.Done();
   return result;
 }
 
