@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// CodePage.cpp: text into and out of the ANSI code page, character by character, in two passes: the length of
-// the result, then the result. Runs of ASCII are moved in blocks.
+// CodePage.cpp: text into and out of the ANSI code page, character by character. Runs of ASCII are moved in
+// blocks.
 #include <emmintrin.h>
 
 #include <bit>
@@ -61,7 +61,8 @@ bool IsAscii(Char one) {
   return static_cast<std::make_unsigned_t<Char>>(one) < 0x80;
 }
 
-// The length of what ByForms writes: one for each character, and what the others than ASCII differ by.
+// The length of what the forms of a text's characters make: one for each, and what the others than ASCII
+// differ by.
 template <class Char, class Forms>
 std::size_t LengthByForms(const Char* text, const Char* end, Forms& forms) {
   auto length = static_cast<std::size_t>(end - text);
@@ -70,41 +71,104 @@ std::size_t LengthByForms(const Char* text, const Char* end, Forms& forms) {
       length += forms[text[std::countr_zero(others)]].length - std::size_t{1};
     }
   }
-  for (; text < end; ++text) length += forms[*text].length - std::size_t{1};
+  for (; text < end; ++text) {
+    if (!IsAscii(*text)) length += forms[*text].length - std::size_t{1};
+  }
   return length;
 }
 
-// Converts a text by the form that each character has in `forms`.
+// A result that grows. It is a whole text at the end, however that is reached.
+template <class Char>
+class Growing {
+ public:
+  Growing(CStringT<Char>& result, std::size_t length) : result_(result) { Take(length); }
+  Growing(const Growing&) = delete;
+  Growing& operator=(const Growing&) = delete;
+  ~Growing() {
+    Close();
+    if (result_.IsEmpty()) result_.Empty();
+  }
+
+  // Makes room for `length` more characters than there are.
+  void Grow(std::size_t length) {
+    Close();
+    Take(static_cast<std::size_t>(result_.GetLength()) + length);
+  }
+
+  std::ptrdiff_t Room() const { return end_ - at; }
+
+  Char* at = nullptr;
+
+ private:
+  void Take(std::size_t length) {
+    const std::size_t written = at ? static_cast<std::size_t>(at - begin_) : 0;
+    if (length > kLongestText) AfxThrowMemoryException();
+    begin_ = result_.GetBuffer(static_cast<int>(length));
+    at = begin_ + written;
+    end_ = begin_ + length;
+  }
+
+  void Close() { result_.ReleaseBufferSetLength(static_cast<int>(at - begin_)); }
+
+  CStringT<Char>& result_;
+  Char* begin_ = nullptr;
+  Char* end_ = nullptr;
+};
+
+// Converts characters as long as there is room for their forms; gives the first one that is left.
+template <class From, class To, class Forms>
+const From* FillByForms(const From* text, const From* end, Forms& forms, Growing<To>& result) {
+  constexpr int kBlock = Block<From>::kSize;
+  To* out = result.at;
+  To* const outEnd = out + result.Room();
+  while (text < end) {
+    if (end - text >= kBlock && outEnd - out >= kBlock) {
+      Block<From>::Convert(text, out);
+      const unsigned others = Block<From>::Others(text);
+      if (others == 0) {
+        text += kBlock;
+        out += kBlock;
+        continue;
+      }
+      const int run = std::countr_zero(others);
+      text += run;
+      out += run;
+    } else if (IsAscii(*text)) {
+      if (out == outEnd) break;
+      *out++ = static_cast<To>(*text++);
+      continue;
+    }
+    do {
+      const auto& form = forms[*text];
+      if (outEnd - out >= static_cast<int>(sizeof form / sizeof(To))) {
+        std::memcpy(out, &form, sizeof form);
+      } else {
+        if (outEnd - out < form.length) {
+          result.at = out;
+          return text;
+        }
+        for (int i = 0; i < form.length; ++i) out[i] = form.text[i];
+      }
+      out += form.length;
+      ++text;
+    } while (text < end && !IsAscii(*text));
+  }
+  result.at = out;
+  return text;
+}
+
+// Converts a text by the form that each character has in `forms`. Most code pages have one for one; where
+// that is too little room, what is left is measured.
 template <class From, class To, class Forms>
 void ByForms(const From* text, const From* end, Forms& forms, CStringT<To>& result) {
-  const std::size_t length = LengthByForms(text, end, forms);
-  StoreExactly(result, length, [&](To* out) {
-    const auto room = [outEnd = out + length](const To* at) { return outEnd - at; };
-    constexpr int kBlock = Block<From>::kSize;
-    while (text < end) {
-      if (end - text >= kBlock && room(out) >= kBlock) {
-        Block<From>::Convert(text, out);
-        const unsigned others = Block<From>::Others(text);
-        if (others == 0) {
-          text += kBlock;
-          out += kBlock;
-          continue;
-        }
-        const int run = std::countr_zero(others);
-        text += run;
-        out += run;
-      }
-      do {
-        const auto& form = forms[*text++];
-        if (room(out) >= static_cast<int>(sizeof form / sizeof(To))) {
-          std::memcpy(out, &form, sizeof form);
-        } else {
-          for (int i = 0; i < form.length; ++i) out[i] = form.text[i];
-        }
-        out += form.length;
-      } while (text < end && !IsAscii(*text));
-    }
-  });
+  if (text == end) {
+    result.Empty();
+    return;
+  }
+  Growing<To> growing(result, static_cast<std::size_t>(end - text));
+  while ((text = FillByForms(text, end, forms, growing)) != end) {
+    growing.Grow(LengthByForms(text, end, forms));
+  }
 }
 
 constexpr char kMicroByte = static_cast<char>(kMicro);
@@ -170,6 +234,11 @@ void UcToMbc(const wchar_t* text, CStringA& result) {
 void Char8ToMbc(const char* text, CStringA& result) {
   const Signs signs = SignsOfLatin1(::_getmbcp());
   const Source source(text, result);
+  if (*signs.micro.bytes == kMicroByte && *signs.degree.bytes == kDegreeByte) {
+    StoreExactly(result, source.length(),
+                 [&](char* buffer) { std::memcpy(buffer, source.begin(), source.length()); });
+    return;
+  }
 
   const char* begin = source.begin();
   std::size_t micros = 0, degrees = 0;

@@ -7,8 +7,6 @@
 namespace convert {
 namespace {
 
-constexpr int kAscii = 0x80;
-
 template <class Char>
 void Set(Form<Char>& form, const Char* text, int length) {
   if (length < 0) length = 0;
@@ -20,7 +18,6 @@ void Set(Form<Char>& form, const Char* text, int length) {
 }  // namespace
 
 UnitsToAnsi::UnitsToAnsi(const Signs& signs) {
-  for (int i = 0; i < kAscii; ++i) first_.forms[i] = {{static_cast<char>(i)}, 1, true};
   Set(first_.forms[kMicro], signs.micro.bytes, static_cast<int>(std::strlen(signs.micro.bytes)));
   Set(first_.forms[kDegree], signs.degree.bytes, static_cast<int>(std::strlen(signs.degree.bytes)));
 }
@@ -50,8 +47,7 @@ const Form<char>& UnitsToAnsi::Ask(wchar_t unit) {
 }
 
 BytesToUtf16::BytesToUtf16() {
-  for (int i = 0; i < kAscii; ++i) forms_[i] = {{static_cast<wchar_t>(i)}, 1, true};
-  for (const wchar_t sign : {kMicro, kDegree}) forms_[sign] = {{sign}, 1, true};
+  for (const wchar_t sign : {kMicro, kDegree}) forms_[sign & 0x7F] = {{sign}, 1, true};
 }
 
 void BytesToUtf16::Ask(char byte, Form<wchar_t>& form) {

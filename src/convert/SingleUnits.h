@@ -2,7 +2,7 @@
 // SingleUnits.h: what the ANSI code page makes of single characters, asked once for each value that occurs.
 //
 // The conversions go character by character: a surrogate is no half of a pair here, and a lead byte is no
-// half of a double-byte character. ASCII is the same in every ANSI code page and is never asked for.
+// half of a double-byte character. ASCII is the same in every ANSI code page and none of this business.
 #pragma once
 
 #include <afx.h>
@@ -61,7 +61,7 @@ class BytesToUtf16 {
   BytesToUtf16();
 
   const Form<wchar_t>& operator[](char byte) {
-    Form<wchar_t>& form = forms_[static_cast<unsigned char>(byte)];
+    Form<wchar_t>& form = forms_[byte & 0x7F];
     if (!form.known) Ask(byte, form);
     return form;
   }
@@ -69,7 +69,7 @@ class BytesToUtf16 {
  private:
   static void Ask(char byte, Form<wchar_t>& form);
 
-  Form<wchar_t> forms_[0x100] = {};
+  Form<wchar_t> forms_[0x80] = {};
 };
 
 }  // namespace convert
