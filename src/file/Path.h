@@ -45,7 +45,7 @@ struct NamePlace {
   std::size_t period;
 };
 
-inline NamePlace FindName(Text<wchar_t> path, std::size_t drive) {
+[[gnu::noinline]] inline NamePlace FindName(Text<wchar_t> path, std::size_t drive) {
   NamePlace place = {path.size(), path.npos};
   if (path.size() - drive < 8) {
     for (; place.name > drive && !IsSeparator(path[place.name - 1]); --place.name) {
