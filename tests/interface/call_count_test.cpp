@@ -58,6 +58,28 @@ TEST_F(CallCounts, PathsAreTextAlone) {
             "");
 }
 
+TEST_F(CallCounts, PlainPathsAskForLeadBytesAlone) {
+  using PlainGet = int(const char*, char*, std::size_t);
+  using PlainRewrite = int(char*, std::size_t, const char*);
+  for (unsigned ordinal = 10; ordinal <= 15; ++ordinal) {
+    EXPECT_EQ(During([=] { Of<PlainGet>(ordinal)("C:\\data\\run.ini", bytes, 260); }), "") << ordinal;
+  }
+  for (const unsigned ordinal : {20u, 21u, 22u, 23u, 24u, 28u, 30u, 32u}) {
+    EXPECT_EQ(During([=] {
+                std::strcpy(bytes, "C:\\data\\run.ini");
+                Of<PlainRewrite>(ordinal)(bytes, 260, "x\\y");
+              }),
+              "")
+        << ordinal;
+  }
+  EXPECT_EQ(During([] {
+              std::strcpy(bytes, "C:\\data\\run.ini");
+              Of<decltype(ZERA_TOOLS_FILE_ADD_IDX_NAME)>(33)(bytes, 260, 7, 4);
+            }),
+            "");
+  EXPECT_EQ(During([] { Of<PlainGet>(12)("C:\\\xFC\xFC.ini", bytes, 260); }), "_ismbblead 2");
+}
+
 TEST_F(CallCounts, Lines) {
   const std::string locale = "_wsetlocale 3";
   EXPECT_EQ(During([] { Of<decltype(ZERA_TOOLS_BUFWRITE_SECTION_UC)>(1080)(L"S", path, 260, &count); }), "");
@@ -125,6 +147,102 @@ TEST_F(CallCounts, Settings) {
             "SetThreadErrorMode 2, _wtoi 1");
 }
 
+TEST_F(CallCounts, SettingsTextsAndNumbers) {
+  const std::wstring file = temp_ / L"settings.ini";
+  const auto name = file.c_str();
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_WRITE_STRING_UC)>(1060)(L"S", L"T", name, L"ASCII alone"); }),
+            "GetPrivateProfileStringW 2, GetThreadErrorMode 3, MultiByteToWideChar 2, "
+            "SetThreadErrorMode 6, WideCharToMultiByte 2, WritePrivateProfileStringW 1, "
+            "allocations 6");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_WRITE_STRING_UC)>(1060)(L"S", L"U", name, L"\u00FC"); }),
+            "GetPrivateProfileStringW 1, GetThreadErrorMode 3, MultiByteToWideChar 2, "
+            "SetThreadErrorMode 6, WideCharToMultiByte 2, WritePrivateProfileStringW 2, "
+            "allocations 6");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_READ_STRING_UC)>(1050)(L"S", L"T", name, L"", path, 260); }),
+            "GetPrivateProfileStringW 3, GetThreadErrorMode 3, SetThreadErrorMode 6, "
+            "allocations 5");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_READ_STRING_UC)>(1050)(L"S", L"U", name, L"", path, 260); }),
+            "GetPrivateProfileStringW 1, GetThreadErrorMode 1, MultiByteToWideChar 2, "
+            "SetThreadErrorMode 2, WideCharToMultiByte 2, allocations 5");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_WRITE_WORD_UC)>(1065)(L"S", L"W", name, 5); }),
+            "GetThreadErrorMode 1, SetThreadErrorMode 2, WritePrivateProfileStringW 1");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_READ_WORD_UC)>(1058)(L"S", L"W", name, 0, 0, 9); }),
+            "GetPrivateProfileStringW 1, GetThreadErrorMode 1, SetThreadErrorMode 2");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_WRITE_DOUBLE_UC)>(1063)(L"S", L"D", name, 2.5); }),
+            "GetThreadErrorMode 1, SetThreadErrorMode 2, WritePrivateProfileStringW 1, "
+            "__stdio_common_vswprintf_s 1, _wsetlocale 3");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_READ_DOUBLE_UC)>(1053)(L"S", L"D", name, 0, 0, 9); }),
+            "GetPrivateProfileStringW 1, GetThreadErrorMode 1, SetThreadErrorMode 2, "
+            "_wsetlocale 3, _wtof 1");
+}
+
+TEST_F(CallCounts, Comparing) {
+  const std::wstring first = temp_.File(L"a.txt", "some bytes"), second = temp_.File(L"b.txt", "some bytes");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_FILE_COMPARE_UC)>(1017)(first.c_str(), second.c_str()); }),
+            "CloseHandle 2, CreateFileW 2, GetFileAttributesExW 2, GetFullPathNameW 2, "
+            "GetThreadErrorMode 4, ReadFile 4, SetThreadErrorMode 8");
+}
+
+// What a tree's deletion calls for one more file in a folder.
+TEST_F(CallCounts, DeletingATreePerFile) {
+  const auto perFile = [&](const std::function<void(const wchar_t*)>& remove) {
+    std::map<std::string, int> one, three;
+    for (auto* const calls : {&one, &three}) {
+      for (int i = 0; i < (calls == &one ? 1 : 3); ++i) {
+        temp_.File(L"tree\\" + std::to_wstring(i) + L".txt", "some bytes");
+      }
+      counter_.Reset();
+      remove((temp_ / L"tree\\").c_str());
+      *calls = counter_.Counts();
+      EXPECT_EQ(::GetFileAttributesW((temp_ / L"tree\\0.txt").c_str()), INVALID_FILE_ATTRIBUTES);
+    }
+    std::string text;
+    for (const auto& [name, count] : three) {
+      const int more = count - one[name];
+      EXPECT_EQ(more % 2, 0) << name;
+      if (more != 0) text += (text.empty() ? "" : ", ") + name + " " + std::to_string(more / 2);
+    }
+    return text;
+  };
+  temp_.Folder(L"tree");
+  EXPECT_EQ(
+      perFile([](const wchar_t* start) { Of<decltype(ZERA_TOOLS_FILE_DELETE_ALL_UC)>(1003)(start, L"*.*"); }),
+      "DeleteFileW 1, FindNextFileW 1, GetFileAttributesExW 2, GetFullPathNameW 1, "
+      "GetThreadErrorMode 4, SetThreadErrorMode 8, allocations 2");
+  EXPECT_EQ(perFile([](const wchar_t* start) {
+              // The age is whole seconds, and more than 0.
+              ::Sleep(1100);
+              Of<decltype(ZERA_TOOLS_FILE_DELETE_ALL_OLD_UC)>(1008)(start, L".txt", 0);
+            }),
+            "CharUpperBuffW 1, DeleteFileW 1, FindNextFileW 1, GetFileAttributesExW 3, GetFullPathNameW 2, "
+            "GetThreadErrorMode 5, SetThreadErrorMode 10, _time64 1, allocations 2");
+}
+
+TEST_F(CallCounts, Locations) {
+  CStringW file, user;
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_APPLICATION_GET_INIFILE_UC)>(201)(nullptr, file); }),
+            "CharUpperBuffW 1, GetFileAttributesExW 3, GetModuleFileNameW 1, "
+            "GetThreadErrorMode 5, SHGetSpecialFolderPathW 2, SetThreadErrorMode 10");
+  EXPECT_EQ(
+      During([&] { Of<decltype(ZERA_TOOLS_APPLICATION_GET_APPDATAFILES_UC)>(209)(nullptr, file, user); }),
+      "CharUpperBuffW 1, GetModuleFileNameW 1, GetThreadErrorMode 2, "
+      "SHGetSpecialFolderPathW 2, SetThreadErrorMode 4");
+}
+
+TEST_F(CallCounts, Processes) {
+  const auto count = Of<decltype(ZERA_TOOLS_GETNUM_APPRUNNING_UC)>(1091);
+  // One snapshot of the processes, each looked at once; modules are asked for where the name is the same.
+  During([&] { count(L"C:\\no such program.exe"); });
+  auto calls = counter_.Counts();
+  EXPECT_GT(calls["Process32NextW"], 0);
+  EXPECT_EQ(calls["CompareStringOrdinal"], calls["Process32NextW"]);
+  calls.erase("CompareStringOrdinal");
+  calls.erase("Process32NextW");
+  const std::map<std::string, int> expected = {
+      {"CloseHandle", 1}, {"CreateToolhelp32Snapshot", 1}, {"Process32FirstW", 1}};
+  EXPECT_EQ(calls, expected);
+}
+
 TEST_F(CallCounts, Encryption) {
   CStringW cipher, plain;
   EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_ENC_STRING_L_UC)>(1077)(L"pass", L"plain text", cipher); }),
@@ -134,7 +252,7 @@ TEST_F(CallCounts, Encryption) {
   EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_DEC_STRING_UC)>(1076)(L"pass", cipher, plain); }),
             "CryptAcquireContextW 1, CryptCreateHash 1, CryptDecrypt 1, "
             "CryptDeriveKey 1, CryptDestroyHash 1, CryptDestroyKey 1, "
-            "CryptHashData 1, CryptReleaseContext 1, allocations 4");
+            "CryptHashData 1, CryptReleaseContext 1, allocations 3");
 }
 
 // A folder below one that was just made costs what the one above it did: a tree twice as deep, twice the

@@ -93,14 +93,18 @@ int CallCounter::Count(const std::string& name) const {
   return count;
 }
 
-std::string CallCounter::Calls() const {
+std::map<std::string, int> CallCounter::Counts() const {
   std::map<std::string, int> counts;
   for (const Entry& entry : entries_) {
     const int count = Count(entry.name);
     if (count > 0 && !KindOf(entry.name).empty()) counts[KindOf(entry.name)] += count;
   }
+  return counts;
+}
+
+std::string CallCounter::Calls() const {
   std::string text;
-  for (const auto& [name, count] : counts) {
+  for (const auto& [name, count] : Counts()) {
     text += (text.empty() ? "" : ", ") + name + " " + std::to_string(count);
   }
   return text;

@@ -22,6 +22,8 @@ class CallCounter {
   /// What was called since, by name: "CloseHandle 1, CreateFileW 1". Functions that only look at memory
   /// (mem..., str..., wcs...) and the last error are left out.
   std::string Calls() const;
+  /// The same, as a map.
+  std::map<std::string, int> Counts() const;
   /// How often one function was called.
   int Count(const std::string& name) const;
 
