@@ -45,7 +45,11 @@ void RaiseMemory() {
 // A file exception that cannot be made for want of memory is a memory exception, and the export that
 // catches file exceptions lets it through.
 void RaiseMemoryInsteadOfFile() {
-  Export<int(const wchar_t*)>(1002)(InFolder(L""));
+  const Fault fault("ReadFile", reinterpret_cast<void*>(&FailingRead));
+  unsigned char buffer[16];
+  unsigned long long count = 0;
+  Export<int(const wchar_t*, unsigned char*, unsigned long long, unsigned long long*)>(1025)(
+      source, buffer, sizeof buffer, &count);
 }
 
 void RaiseOle() {
