@@ -3,7 +3,8 @@
 # Runs a fuzz target:  run.sh PROGRAM SECONDS [keep]
 # First every input of its corpus and every one that ever stopped it, once; then new ones for SECONDS. With
 # "keep" what was found on new ways goes into the corpus. An input that stops the target is added to
-# tests/fuzz/crashes/, where it stays as a test, and shown.
+# tests/fuzz/crashes/, where it stays as a test, and shown. ZERA_FUZZ_SEED, a number, makes the new inputs the
+# same ones each time; without it they are others.
 #
 # Corpora are text: one input a line, in hexadecimal digits; a # begins a remark.
 set -euo pipefail
@@ -46,7 +47,7 @@ stopped() {
 
 unpack "$here/corpus/$target.hex" corpus
 unpack "$here/crashes/$target.hex" crash
-options=(-max_len=600 -timeout=20 -rss_limit_mb=1500 "-artifact_prefix=$work/stopped/" -print_final_stats=1)
+options=("-seed=${ZERA_FUZZ_SEED:-0}" -max_len=600 -timeout=20 -rss_limit_mb=1500 "-artifact_prefix=$work/stopped/" -print_final_stats=1)
 export ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1
 known=$(find "$work/known" -type f | wc -l)
 [ "$known" -gt 0 ] || { echo "fuzz target $target has no corpus" >&2; exit 1; }
