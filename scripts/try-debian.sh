@@ -43,7 +43,8 @@ mkdir -p "$out"
 # Removes a root; never through a mount.
 remove_root() {
   [ -e "$1" ] || return 0
-  if findmnt -rn -o TARGET | grep -qF -- "$1/"; then fail "something is mounted below $1; nothing is removed"; fi
+  # (Read to its end: a search that stops at the first hit would end findmnt, and look like none.)
+  if [ -n "$(findmnt -rn -o TARGET | grep -F -- "$1/" || true)" ]; then fail "something is mounted below $1; nothing is removed"; fi
   rm -rf --one-file-system "$1"
 }
 

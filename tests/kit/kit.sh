@@ -49,7 +49,7 @@ refuses() {
   grep -q "$wanted" "$said" || { cat "$said" >&2; fail "run-tests.cmd $* did not say: $wanted"; }
   [ ! -e "$kit/report.txt" ] || fail "there is a report: $wanted"
 }
-says() { tr -d '\r' <"$1" | grep -qE -- "$2" || { cat "$1" >&2; fail "$(basename "$1") does not say: $2"; }; }
+says() { grep -qE -- "$2" < <(tr -d '\r' <"$1") || { cat "$1" >&2; fail "$(basename "$1") does not say: $2"; }; }
 clean() {
   [ "$(realpath "$drive_x")" = "$kit" ] || fail "drive X: is no longer what it was: $1"
   [ ! -e "$kit/tmp" ] || fail "the folder tmp is left: $1"
