@@ -10,6 +10,7 @@ namespace {
 
 void* resume[5];
 std::string raised;
+void* raisedObject;
 decltype(&RaiseException) original;
 
 // The tables of a Microsoft C++ exception, with offsets from the image's base.
@@ -40,17 +41,31 @@ void WINAPI Catch(DWORD code, DWORD flags, DWORD count, const ULONG_PTR* paramet
   const auto* const types = reinterpret_cast<const CatchableTypes*>(base + info->types);
   const auto* const type = reinterpret_cast<const CatchableType*>(base + types->types[0]);
   raised = reinterpret_cast<const TypeDescriptor*>(base + type->descriptor)->name;
+  raisedObject = *reinterpret_cast<void* const*>(parameters[1]);
   __builtin_longjmp(resume, 1);
 }
 
 }  // namespace
 
-std::string RaisedBy(const std::function<void()>& call) {
+std::string RaisedBy(const std::function<void()>& call, void** object) {
   const ImportHook hook("RaiseException", &Catch);
   original = hook.Original<decltype(RaiseException)>();
   raised.clear();
+  raisedObject = nullptr;
   if (__builtin_setjmp(resume) == 0) call();
+  if (object) *object = raisedObject;
   return raised;
+}
+
+void DeleteException(void* object) {
+  // The framework's order: the class record, then the destructor with its flags; behind the table's pointer
+  // lies whether the object is one to delete.
+  using Destructor = void* (*)(void*, unsigned);
+  constexpr std::size_t kDestructor = 1, kAutoDelete = 8;
+  constexpr unsigned kFree = 1;
+  if (*reinterpret_cast<const BOOL*>(static_cast<const char*>(object) + kAutoDelete) <= 0) return;
+  const auto* const table = *static_cast<void***>(object);
+  reinterpret_cast<Destructor>(table[kDestructor])(object, kFree);
 }
 
 }  // namespace test

@@ -1,0 +1,438 @@
+// SPDX-License-Identifier: MIT
+#include "Faults.h"
+
+#include <gtest/gtest.h>
+#include <tlhelp32.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <cstring>
+#include <set>
+
+#include "FailureTable.h"
+#include "support/Library.h"
+#include "support/TempFolder.h"
+
+// The thunks: each loads its number and jumps to the stub, which keeps the registers of the arguments, asks
+// zera_faults_decide where to go, and goes there with the stack as it was. So whatever the function is, its
+// arguments, its result and its way of leaving are its own.
+//
+// clang-format off
+asm(R"(
+  .text
+  .balign 16
+  .globl zera_faults_thunks
+zera_faults_thunks:
+  .set number, 0
+  .rept 256
+  .balign 16
+  movl $number, %r11d
+  jmp zera_faults_stub
+  .set number, number + 1
+  .endr
+  .balign 16
+  .seh_proc zera_faults_stub
+zera_faults_stub:
+  subq $0x88, %rsp
+  .seh_stackalloc 0x88
+  .seh_endprologue
+  movq %rcx, 0x20(%rsp)
+  movq %rdx, 0x28(%rsp)
+  movq %r8, 0x30(%rsp)
+  movq %r9, 0x38(%rsp)
+  movups %xmm0, 0x40(%rsp)
+  movups %xmm1, 0x50(%rsp)
+  movups %xmm2, 0x60(%rsp)
+  movups %xmm3, 0x70(%rsp)
+  movl %r11d, %ecx
+  call zera_faults_decide
+  movq 0x20(%rsp), %rcx
+  movq 0x28(%rsp), %rdx
+  movq 0x30(%rsp), %r8
+  movq 0x38(%rsp), %r9
+  movups 0x40(%rsp), %xmm0
+  movups 0x50(%rsp), %xmm1
+  movups 0x60(%rsp), %xmm2
+  movups 0x70(%rsp), %xmm3
+  addq $0x88, %rsp
+  jmp *%rax
+  .seh_endproc
+)");
+// clang-format on
+
+extern "C" const char zera_faults_thunks[];
+
+namespace faults {
+
+Places places;
+
+namespace {
+
+constexpr std::size_t kThunks = 256;
+constexpr std::size_t kThunkSize = 16;
+
+struct Import {
+  std::string name;
+  void** entry = nullptr;
+  void* original = nullptr;
+  void* watcher = nullptr;  // passes the call on and keeps the books
+  const Failure* failure = nullptr;
+  bool memory = false;
+  unsigned long long seen = 0, failed = 0;
+};
+
+std::vector<Import> imports;
+std::size_t hostManager;  // the number behind the last import
+bool active;
+DWORD activeThread;
+Plan plan;
+Record record;
+std::size_t target;  // the function of the call at the plan's position
+
+std::set<void*> blocks;
+std::set<std::pair<std::string, ULONG_PTR>> handles;
+
+void Opened(const char* kind, ULONG_PTR handle) {
+  if (active && !handles.insert({kind, handle}).second) {
+    record.complaints.push_back(std::string("opened twice: ") + kind);
+  }
+}
+void Closed(const char* kind, ULONG_PTR handle) {
+  if (active && handles.erase({kind, handle}) == 0) {
+    record.complaints.push_back(std::string("closed, but not open: ") + kind);
+  }
+}
+ULONG_PTR Number(const void* handle) {
+  return reinterpret_cast<ULONG_PTR>(handle);
+}
+
+void* WatchedMalloc(std::size_t size) {
+  void* const block = std::malloc(size);
+  if (active && block) blocks.insert(block);
+  return block;
+}
+void* WatchedCalloc(std::size_t count, std::size_t size) {
+  void* const block = std::calloc(count, size);
+  if (active && block) blocks.insert(block);
+  return block;
+}
+void* WatchedRealloc(void* old, std::size_t size) {
+  const ULONG_PTR before = Number(old);
+  void* const block = std::realloc(old, size);
+  if (active && (block || size == 0)) {
+    blocks.erase(reinterpret_cast<void*>(before));
+    if (block) blocks.insert(block);
+  }
+  return block;
+}
+// What is given back after the call, with an exception object for example, counts as well.
+void WatchedFree(void* block) {
+  blocks.erase(block);
+  std::free(block);
+}
+HANDLE WINAPI WatchedCreateFile(const wchar_t* path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
+                                DWORD creation, DWORD flags, HANDLE pattern) {
+  const HANDLE file = ::CreateFileW(path, access, share, security, creation, flags, pattern);
+  if (file != INVALID_HANDLE_VALUE) Opened("file or snapshot or process", Number(file));
+  return file;
+}
+HANDLE WINAPI WatchedSnapshot(DWORD flags, DWORD) {
+  const HANDLE snapshot = ::CreateToolhelp32Snapshot(flags, ::GetCurrentProcessId());
+  if (snapshot != INVALID_HANDLE_VALUE) Opened("file or snapshot or process", Number(snapshot));
+  return snapshot;
+}
+HANDLE WINAPI WatchedOpenProcess(DWORD access, BOOL inherit, DWORD) {
+  const HANDLE process = ::OpenProcess(access, inherit, ::GetCurrentProcessId());
+  if (process) Opened("file or snapshot or process", Number(process));
+  return process;
+}
+HANDLE WINAPI WatchedFindFirst(const wchar_t* pattern, WIN32_FIND_DATAW* found) {
+  const HANDLE search = ::FindFirstFileW(pattern, found);
+  if (search != INVALID_HANDLE_VALUE) Opened("search", Number(search));
+  return search;
+}
+BOOL WINAPI WatchedAcquire(HCRYPTPROV* provider, const wchar_t* container, const wchar_t* name, DWORD type,
+                           DWORD flags) {
+  const BOOL acquired = ::CryptAcquireContextW(provider, container, name, type, flags);
+  if (acquired) Opened("provider", *provider);
+  return acquired;
+}
+BOOL WINAPI WatchedCreateHash(HCRYPTPROV provider, ALG_ID algorithm, HCRYPTKEY key, DWORD flags,
+                              HCRYPTHASH* hash) {
+  const BOOL created = ::CryptCreateHash(provider, algorithm, key, flags, hash);
+  if (created) Opened("hash", *hash);
+  return created;
+}
+BOOL WINAPI WatchedDeriveKey(HCRYPTPROV provider, ALG_ID algorithm, HCRYPTHASH hash, DWORD flags,
+                             HCRYPTKEY* key) {
+  const BOOL derived = ::CryptDeriveKey(provider, algorithm, hash, flags, key);
+  if (derived) Opened("key", *key);
+  return derived;
+}
+
+// Three processes, the second and the third of the name.
+unsigned at;
+BOOL FillProcess(PROCESSENTRY32W* entry) {
+  if (at == 3) {
+    ::SetLastError(ERROR_NO_MORE_FILES);
+    return FALSE;
+  }
+  std::wcscpy(entry->szExeFile, at == 0 ? L"other.exe" : kProcess);
+  entry->th32ProcessID = 4 * ++at;
+  return TRUE;
+}
+BOOL WINAPI WatchedProcessFirst(HANDLE, PROCESSENTRY32W* entry) {
+  at = 0;
+  return FillProcess(entry);
+}
+BOOL WINAPI WatchedProcessNext(HANDLE, PROCESSENTRY32W* entry) {
+  return FillProcess(entry);
+}
+BOOL WINAPI WatchedModuleFirst(HANDLE, MODULEENTRY32W* entry) {
+  std::wcscpy(entry->szExePath, kModule);
+  return TRUE;
+}
+BOOL WINAPI WatchedModuleNext(HANDLE, MODULEENTRY32W*) {
+  ::SetLastError(ERROR_NO_MORE_FILES);
+  return FALSE;
+}
+
+DWORD WINAPI WatchedModulePath(HMODULE, wchar_t* path, DWORD capacity) {
+  const std::size_t length = std::min<std::size_t>(places.module.size(), capacity - 1);
+  std::wmemcpy(path, places.module.c_str(), length);
+  path[length] = 0;
+  return static_cast<DWORD>(length);
+}
+constexpr int kCommonFolder = 35;  // CSIDL_COMMON_APPDATA
+BOOL WINAPI WatchedFolder(HWND, wchar_t* path, int folder, BOOL) {
+  std::wcscpy(path, (folder == kCommonFolder ? places.common : places.user).c_str());
+  return TRUE;
+}
+HMODULE WINAPI WatchedLoad(const wchar_t* path) {
+  if (test::Exists(path)) return kLanguageModule;
+  ::SetLastError(ERROR_MOD_NOT_FOUND);
+  return nullptr;
+}
+
+// The harness has no time to sleep, and ends no process.
+void WINAPI WatchedSleep(DWORD) {}
+BOOL WINAPI WatchedTerminate(HANDLE, UINT) {
+  return TRUE;
+}
+
+struct Watcher {
+  const char* name;
+  void* function;
+};
+const Watcher kWatchers[] = {
+    {"malloc", reinterpret_cast<void*>(&WatchedMalloc)},
+    {"calloc", reinterpret_cast<void*>(&WatchedCalloc)},
+    {"realloc", reinterpret_cast<void*>(&WatchedRealloc)},
+    {"free", reinterpret_cast<void*>(&WatchedFree)},
+    {"CreateFileW", reinterpret_cast<void*>(&WatchedCreateFile)},
+    {"CreateToolhelp32Snapshot", reinterpret_cast<void*>(&WatchedSnapshot)},
+    {"OpenProcess", reinterpret_cast<void*>(&WatchedOpenProcess)},
+    {"Process32FirstW", reinterpret_cast<void*>(&WatchedProcessFirst)},
+    {"Process32NextW", reinterpret_cast<void*>(&WatchedProcessNext)},
+    {"Module32FirstW", reinterpret_cast<void*>(&WatchedModuleFirst)},
+    {"Module32NextW", reinterpret_cast<void*>(&WatchedModuleNext)},
+    {"GetModuleFileNameW", reinterpret_cast<void*>(&WatchedModulePath)},
+    {"SHGetSpecialFolderPathW", reinterpret_cast<void*>(&WatchedFolder)},
+    {"LoadLibraryW", reinterpret_cast<void*>(&WatchedLoad)},
+    {"FindFirstFileW", reinterpret_cast<void*>(&WatchedFindFirst)},
+    {"CryptAcquireContextW", reinterpret_cast<void*>(&WatchedAcquire)},
+    {"CryptCreateHash", reinterpret_cast<void*>(&WatchedCreateHash)},
+    {"CryptDeriveKey", reinterpret_cast<void*>(&WatchedDeriveKey)},
+    {"Sleep", reinterpret_cast<void*>(&WatchedSleep)},
+    {"TerminateProcess", reinterpret_cast<void*>(&WatchedTerminate)},
+};
+
+// Closing is counted from the arguments, before the call, whether it then fails or not.
+void CountClosing(const std::string& name, ULONG_PTR first) {
+  static const struct {
+    const char* function;
+    const char* kind;
+  } kinds[] = {{"CloseHandle", "file or snapshot or process"},
+               {"FindClose", "search"},
+               {"CryptReleaseContext", "provider"},
+               {"CryptDestroyHash", "hash"},
+               {"CryptDestroyKey", "key"}};
+  for (const auto& [function, kind] : kinds) {
+    if (name == function) Closed(kind, first);
+  }
+}
+
+bool Fails(std::size_t function, bool memory) {
+  record.calls.push_back(function);
+  const std::size_t position = record.calls.size();
+  if (position == plan.position) target = function;
+  switch (plan.mode) {
+    case Mode::kNone:
+      return false;
+    case Mode::kOnce:
+      return position == plan.position;
+    case Mode::kOnward:
+      return position >= plan.position && function == target;
+    case Mode::kEverything:
+      return position >= plan.position;
+    case Mode::kWithMemory:
+      return position == plan.position || (position > plan.position && memory);
+  }
+  return false;
+}
+
+void Store(void** entry, void* value) {
+  DWORD protection = 0;
+  ::VirtualProtect(entry, sizeof *entry, PAGE_READWRITE, &protection);
+  *entry = value;
+  ::VirtualProtect(entry, sizeof *entry, protection, &protection);
+}
+
+const IMAGE_NT_HEADERS64& Headers() {
+  auto* const base = reinterpret_cast<const char*>(test::Library());
+  return *reinterpret_cast<const IMAGE_NT_HEADERS64*>(
+      base + reinterpret_cast<const IMAGE_DOS_HEADER*>(base)->e_lfanew);
+}
+
+}  // namespace
+
+extern "C" void* zera_faults_decide(unsigned number, ULONG_PTR, ULONG_PTR, ULONG_PTR, ULONG_PTR first) {
+  // The stub's own stack holds the first argument of the call where a fifth argument of ours would lie.
+  Import& import = imports[number];
+  ++import.seen;
+  if (active && ::GetCurrentThreadId() == activeThread) {
+    CountClosing(import.name, first);
+    if (import.failure && Fails(number, import.memory)) {
+      ++import.failed;
+      record.failed.push_back(import.name);
+      record.memoryFailed = record.memoryFailed || import.memory;
+      failingCode = import.failure->codes[plan.code % import.failure->codes.size()];
+      return import.failure->failing;
+    }
+  }
+  return import.watcher ? import.watcher : import.original;
+}
+
+const char* Name(Mode mode) {
+  switch (mode) {
+    case Mode::kNone:
+      return "none";
+    case Mode::kOnce:
+      return "once";
+    case Mode::kOnward:
+      return "it and all later ones of the function";
+    case Mode::kEverything:
+      return "everything from there on";
+    case Mode::kWithMemory:
+      return "once, memory exhausted from there on";
+  }
+  return "";
+}
+
+bool Record::Failed(const std::string& function) const {
+  return std::find(failed.begin(), failed.end(), function) != failed.end();
+}
+
+Hooks::Hooks() {
+  auto* const base = reinterpret_cast<BYTE*>(test::Library());
+  const auto& directory = Headers().OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+  auto* from = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
+  for (; from->Name; ++from) {
+    const auto* names = reinterpret_cast<const IMAGE_THUNK_DATA64*>(base + from->OriginalFirstThunk);
+    auto* entries = reinterpret_cast<IMAGE_THUNK_DATA64*>(base + from->FirstThunk);
+    for (; names->u1.AddressOfData; ++names, ++entries) {
+      const auto* const byName =
+          reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
+      Import import;
+      import.name = reinterpret_cast<const char*>(byName->Name);
+      import.entry = reinterpret_cast<void**>(&entries->u1.Function);
+      import.original = *import.entry;
+      import.failure = FindFailure(import.name.c_str());
+      import.memory = import.name == "malloc" || import.name == "calloc" || import.name == "realloc";
+      for (const Watcher& watcher : kWatchers) {
+        if (import.name == watcher.name) import.watcher = watcher.function;
+      }
+      imports.push_back(import);
+    }
+  }
+  hostManager = imports.size();
+  if (imports.size() > kThunks) {
+    std::fprintf(stderr, "more imports than thunks\n");
+    std::exit(125);
+  }
+  for (std::size_t number = 0; number < imports.size(); ++number) {
+    Store(imports[number].entry, const_cast<char*>(zera_faults_thunks) + number * kThunkSize);
+  }
+}
+
+Hooks::~Hooks() {
+  for (const Import& import : imports) Store(import.entry, import.original);
+  imports.clear();
+}
+
+void Begin(const Plan& now) {
+  plan = now;
+  record = {};
+  record.calls.reserve(4096);
+  blocks.clear();
+  handles.clear();
+  restoringLocaleFailed = false;
+  target = ~std::size_t{0};
+  activeThread = ::GetCurrentThreadId();
+  active = true;
+}
+
+Record End() {
+  active = false;
+  record.localeLost = restoringLocaleFailed;
+  return record;
+}
+
+bool HostAllocationFails() {
+  if (!active || !Fails(hostManager, true)) return false;
+  record.failed.push_back("the host's string manager");
+  record.memoryFailed = true;
+  return true;
+}
+
+std::vector<std::string> Leftovers(const std::vector<const void*>& hosts) {
+  std::vector<std::string> left;
+  for (void* const block : blocks) {
+    if (std::find(hosts.begin(), hosts.end(), block) == hosts.end()) {
+      left.push_back("a block of " + std::to_string(_msize(block)) + " bytes");
+    }
+  }
+  for (const auto& handle : handles) left.push_back("an open handle: " + handle.first);
+  return left;
+}
+
+std::size_t Codes(std::size_t function) {
+  return function == hostManager ? 1 : imports[function].failure->codes.size();
+}
+
+std::string NameOf(std::size_t function) {
+  return function == hostManager ? "the host's string manager" : imports[function].name;
+}
+
+std::string ThreadData() {
+  const auto& directory = Headers().OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_TLS];
+  if (directory.Size == 0) return {};
+  const auto& tls = *reinterpret_cast<const IMAGE_TLS_DIRECTORY64*>(
+      reinterpret_cast<const char*>(test::Library()) + directory.VirtualAddress);
+  const DWORD index = *reinterpret_cast<const DWORD*>(tls.AddressOfIndex);
+  // The thread's array of such storage, from its environment block.
+  const char* const* storage;
+  asm("movq %%gs:0x58, %0" : "=r"(storage));
+  return {storage[index],
+          static_cast<std::size_t>(tls.EndAddressOfRawData - tls.StartAddressOfRawData) + tls.SizeOfZeroFill};
+}
+
+std::vector<Row> Table() {
+  std::vector<Row> rows;
+  for (const Import& import : imports) {
+    rows.push_back({import.name, import.failure != nullptr, import.seen, import.failed});
+  }
+  return rows;
+}
+
+}  // namespace faults
