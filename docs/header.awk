@@ -5,7 +5,7 @@
 # - Quoted paths become code, and lose the doubled backslashes of C.
 # - "As #PLAIN, with ..." becomes the plain variant's whole entry, so that each export's entry
 #   stands for itself.
-# - The exception specification behind each declaration goes.
+# - The noexcept(false) behind each declaration goes.
 # - An example is added to each entry from the files in `folder`, where it is marked "//! [EXPORT]". A plain variant
 #   without one of its own shows the _UC variant's, turned into the plain one (plain.awk).
 # - A page that is named becomes a link to it, and each group gets its sentence from groups.txt.
