@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The benchmark's measurements as lines of CSV; scripts/bench.sh runs it and makes table and pictures.
-//   zera_bench rows   MODE OUT    every operation once
+//   zera_bench rows   MODE OUT [FAMILY]   every operation once
 //   zera_bench growth MODE OUT    operations from small to large
 //   zera_bench memory MODE OUT    peak memory from small to large
 //   zera_bench profile OPERATION SECONDS   what the export spends in the platform; OPERATION is part of a
@@ -144,19 +144,21 @@ void Measure(const char* family, const std::string& operation, std::size_t size,
 
 namespace {
 
-void Rows() {
-  Frames();
-  Paths();
-  Files();
-  Contents();
-  Storage();
-  Trees();
-  Settings();
-  Lines();
-  Encryption();
-  Conversions();
-  Processes();
-  Application();
+constexpr struct {
+  const char* name;
+  void (*measure)();
+} kFamilies[] = {
+    {"Frames", Frames},           {"Paths", Paths},         {"Files", Files},
+    {"Contents", Contents},       {"Storage", Storage},     {"Trees", Trees},
+    {"Settings", Settings},       {"Lines", Lines},         {"Encryption", Encryption},
+    {"Conversions", Conversions}, {"Processes", Processes}, {"Application", Application},
+};
+
+// All families, or one.
+void Rows(const char* only = nullptr) {
+  for (const auto& family : kFamilies) {
+    if (!only || std::strcmp(only, family.name) == 0) family.measure();
+  }
 }
 
 void Growth() {
@@ -271,9 +273,10 @@ int main(int count, char** arguments) {
     mode = how == "full" ? Mode::full : how == "standard" ? Mode::standard : Mode::quick;
     out = std::fopen(arguments[3], "ab");
     if (!out) Fail(std::string("cannot write ") + arguments[3]);
-    if (command == "rows") Loading();
+    const char* const only = count > 4 ? arguments[4] : nullptr;
+    if (command == "rows" && !only) Loading();
     LoadTheLibrary();
-    if (command == "rows") Rows();
+    if (command == "rows") Rows(only);
     if (command == "growth") Growth();
     if (command == "memory") MemoryGrowth();
     std::fclose(out);

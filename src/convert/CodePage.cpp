@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 // CodePage.cpp: text into and out of the ANSI code page, character by character. Runs of ASCII are moved in
 // blocks.
-#include <emmintrin.h>
-
 #include <bit>
 #include <cstring>
 #include <type_traits>
 
+#include "Block.h"
 #include "Conversions.h"
 #include "Exact.h"
 #include "Signs.h"
@@ -17,14 +16,6 @@
 
 namespace convert {
 namespace {
-
-__m128i Load(const void* from) {
-  return _mm_loadu_si128(static_cast<const __m128i*>(from));
-}
-
-void Store(void* to, __m128i block) {
-  _mm_storeu_si128(static_cast<__m128i*>(to), block);
-}
 
 // Sixteen bytes of a text.
 template <class Char>
@@ -171,52 +162,6 @@ void ByForms(const From* text, const From* end, Forms& forms, CStringT<To>& resu
   }
 }
 
-constexpr char kMicroByte = static_cast<char>(kMicro);
-constexpr char kDegreeByte = static_cast<char>(kDegree);
-
-// Calls `visit` with the place of each sign in a Latin-1 text.
-template <class Visit>
-void ForEachSign(const char* text, const char* end, Visit visit) {
-  for (; end - text >= 16; text += 16) {
-    const __m128i block = Load(text);
-    const __m128i micros = _mm_cmpeq_epi8(block, _mm_set1_epi8(kMicroByte));
-    const __m128i degrees = _mm_cmpeq_epi8(block, _mm_set1_epi8(kDegreeByte));
-    auto found = static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(micros, degrees)));
-    for (; found != 0; found &= found - 1) visit(text + std::countr_zero(found));
-  }
-  for (; text < end; ++text) {
-    if (*text == kMicroByte || *text == kDegreeByte) visit(text);
-  }
-}
-
-// Bytes on their way into a buffer of their exact number.
-class Writing {
- public:
-  Writing(char* to, std::size_t size) : to_(to), end_(to + size) {}
-
-  // `readable` is where what can be read ends.
-  void Copy(const char* from, const char* end, const char* readable) {
-    const auto size = static_cast<std::size_t>(end - from);
-    // A call for each short run between two signs would take longer than the copying.
-    constexpr int kShort = 32;
-    if (size <= kShort && end_ - to_ >= kShort && readable - from >= kShort) {
-      Store(to_, Load(from));
-      Store(to_ + kShort / 2, Load(from + kShort / 2));
-    } else {
-      std::memcpy(to_, from, size);
-    }
-    to_ += size;
-  }
-
-  void Put(const char* bytes) {
-    while (*bytes) *to_++ = *bytes++;
-  }
-
- private:
-  char* to_;
-  char* end_;
-};
-
 }  // namespace
 
 void UcToMbc(const wchar_t* text, CStringA& result) {
@@ -229,46 +174,6 @@ void UcToMbc(const wchar_t* text, CStringA& result) {
   }
   UnitsToAnsi ansi(signs);
   ByForms(begin, source.end(), ansi, result);
-}
-
-void Char8ToMbc(const char* text, CStringA& result) {
-  const Signs signs = SignsOfLatin1(::_getmbcp());
-  const Source source(text, result);
-  if (*signs.micro.bytes == kMicroByte && *signs.degree.bytes == kDegreeByte) {
-    StoreExactly(result, source.length(),
-                 [&](char* buffer) { std::memcpy(buffer, source.begin(), source.length()); });
-    return;
-  }
-
-  const char* begin = source.begin();
-  std::size_t micros = 0, degrees = 0;
-  ForEachSign(begin, source.end(), [&](const char* sign) {
-    if (*sign == kMicroByte) {
-      ++micros;
-    } else if (signs.degree.dropsTextBefore) {
-      begin = sign;
-      micros = 0;
-      degrees = 1;
-    } else {
-      ++degrees;
-    }
-  });
-  const std::size_t others = static_cast<std::size_t>(source.end() - begin) - micros - degrees;
-  const std::size_t length =
-      others + micros * std::strlen(signs.micro.bytes) + degrees * std::strlen(signs.degree.bytes);
-
-  StoreExactly(result, length, [&](char* buffer) {
-    Writing out(buffer, length);
-    const char* rest = begin;
-    if (micros + degrees > 0) {
-      ForEachSign(begin, source.end(), [&](const char* sign) {
-        out.Copy(rest, sign, source.end());
-        out.Put(*sign == kMicroByte ? signs.micro.bytes : signs.degree.bytes);
-        rest = sign + 1;
-      });
-    }
-    out.Copy(rest, source.end(), source.end());
-  });
 }
 
 void Char8ToUc(const char* text, CStringW& result) {
