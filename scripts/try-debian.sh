@@ -3,8 +3,9 @@
 # Tries the README's two commands in a fresh Debian, as root and then as a plain user:
 #   try-debian.sh [--keep] [--as root|user] RELEASE        RELEASE: bookworm, trixie ...
 #
-# Makes a root of that release below build/debian with debootstrap, clones what is committed here into it,
-# runs scripts/demo.sh and scripts/test.sh there, and says what it saw; the logs lie beside the root. Exits with 1
+# Makes a root of that release below /var/tmp/zeratools-debian (or ZERA_DEBIAN) with debootstrap, clones what is
+# committed here into it, runs scripts/demo.sh and scripts/test.sh there, and says what it saw; the logs lie
+# beside the root. (Not below build/: programs under test see that folder, and a root is full of links.) Exits with 1
 # if a command failed. Needs root, debootstrap and git. Packages come from the mirror that this machine's apt uses.
 #   --keep     uses the root of the last time with the packages installed in it, and makes one if there is none
 #   --as WHO   only as root, or only as the plain user, who needs a root in which the packages are installed
@@ -14,7 +15,7 @@
 set -euo pipefail
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 usage() {
-  sed -n '3,9s/^# \{0,1\}//p' "${BASH_SOURCE[0]}" >&2
+  sed -n '3,10s/^# \{0,1\}//p' "${BASH_SOURCE[0]}" >&2
   exit 2
 }
 fail() {
@@ -36,9 +37,11 @@ done
 [ "$(id -u)" -eq 0 ] || fail "only root can make a root of another release"
 for tool in debootstrap git unshare findmnt; do command -v $tool >/dev/null || fail "$tool is missing"; done
 
-out=$top/build/debian
+out=${ZERA_DEBIAN:-/var/tmp/zeratools-debian}
 root=$out/$release
 mkdir -p "$out"
+exec 9>>"$out/$release.lock"
+flock -n 9 || fail "another run is using $root"
 
 # Removes a root; never through a mount.
 remove_root() {

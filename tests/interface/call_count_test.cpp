@@ -197,8 +197,8 @@ TEST_F(CallCounts, DeletingATreePerFile) {
       EXPECT_EQ(::GetFileAttributesW((temp_ / L"tree\\0.txt").c_str()), INVALID_FILE_ATTRIBUTES);
     }
     std::string text;
-    for (const auto& [name, count] : three) {
-      const int more = count - one[name];
+    for (const auto& [name, calls] : three) {
+      const int more = calls - one[name];
       EXPECT_EQ(more % 2, 0) << name;
       if (more != 0) text += (text.empty() ? "" : ", ") + name + " " + std::to_string(more / 2);
     }
@@ -230,9 +230,9 @@ TEST_F(CallCounts, Locations) {
 }
 
 TEST_F(CallCounts, Processes) {
-  const auto count = Of<decltype(ZERA_TOOLS_GETNUM_APPRUNNING_UC)>(1091);
+  const auto running = Of<decltype(ZERA_TOOLS_GETNUM_APPRUNNING_UC)>(1091);
   // One snapshot of the processes, each looked at once; modules are asked for where the name is the same.
-  During([&] { count(L"C:\\no such program.exe"); });
+  During([&] { running(L"C:\\no such program.exe"); });
   auto calls = counter_.Counts();
   EXPECT_GT(calls["Process32NextW"], 0);
   EXPECT_EQ(calls["CompareStringOrdinal"], calls["Process32NextW"]);
