@@ -32,7 +32,7 @@ install(FILES "${zera_generated}/ZERATools.pc" DESTINATION lib/pkgconfig)
 install(FILES "${zera_generated}/ZERAToolsConfig.cmake" "${zera_generated}/ZERAToolsConfigVersion.cmake"
   cmake/mingw-ucrt.cmake DESTINATION ${zera_cmake_dir})
 install(TARGETS zt RUNTIME DESTINATION bin)
-install(DIRECTORY examples/c examples/cpp examples/linker examples/node examples/zt
+install(DIRECTORY examples/c examples/cpp examples/linker examples/node examples/rust examples/zt
   DESTINATION examples)
 install(FILES LICENSE DESTINATION .)
 
