@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "Library.h"
 #include "Wine.h"
 
 namespace {
@@ -42,10 +43,15 @@ int main(int argc, char** argv) {
     return 125;
   }
   ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
-  // What the test program's own runtime opens at its first exception is open before a test counts handles.
-  try {
-    throw 0;
-  } catch (int) {
+  if (::IsDebuggerPresent()) {
+    // There from the start, for breakpoints in it.
+    test::Library();
+  } else {
+    // What the test program's own runtime opens at its first exception is open before a test counts handles.
+    try {
+      throw 0;
+    } catch (int) {
+    }
   }
   ::testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();
