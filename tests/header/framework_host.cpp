@@ -1,24 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A host with a framework of its own. Its classes have other members than ours, so that a mixture of both
-// cannot compile.
-#include <windows.h>
-
-template <class Char>
-class HostString {
- public:
-  int OnlyInTheHost() const { return 7; }
-
- private:
-  Char* text_ = nullptr;
-};
-using CStringA = HostString<char>;
-using CStringW = HostString<wchar_t>;
-template <class Type, class Arg>
-class CArray {
- public:
-  int OnlyInTheHost() const { return 7; }
-};
-class CWinThread {};
+// A host with a framework of its own.
+#include "own_framework.h"
 
 #include <ZERATools.h>
 

@@ -75,6 +75,27 @@ done
 without=(-std=c++17 -fno-exceptions -fno-rtti "${gnu_flags[@]}" "$here/host.cpp")
 try "C++17, gcc, without exceptions" $triple-g++-posix "${without[@]}"
 try "Microsoft, without exceptions" clang++ "${clang_ms[@]}" "${without[@]}"
+# The layer in today's C++ for the Microsoft target, with the GNU standard library in place of that compiler's own:
+# beside the platform's macros, beside frameworks, without exceptions and type information.
+layer=(clang++ --target=x86_64-pc-windows-msvc -nostdlibinc -isystem "$here/gnu" -isystem "$cxx"
+  -isystem "$cxx/$triple" "${clang_ms[@]:4}" -include gaps.h "${gnu_flags[@]}" "-I$here"
+  -isystem "$top/src" -isystem "$top/src/framework")
+use=$top/tests/zera/use.cpp
+macros="-include standard_first.h -DMINMAX_MACROS"
+try "layer, C++17" "${layer[@]}" -std=c++17 $macros "$use"
+try "layer, C++20, without exceptions" "${layer[@]}" -std=c++20 $macros $unicode -fno-exceptions -fno-rtti \
+  -D_HAS_EXCEPTIONS=0 "$use"
+try "layer, C++17, without exceptions" "${layer[@]}" -std=c++17 $reduced $before -fno-exceptions -fno-rtti \
+  -D_HAS_EXCEPTIONS=0 "$use"
+try "layer, framework first" "${layer[@]}" -std=c++17 -include afxwin.h "$use"
+try "layer, framework last" "${layer[@]}" -std=c++20 -include ZERATools/zera.hpp -include afxwin.h "$use"
+try "layer, own framework, gcc" $triple-g++-posix -std=c++17 "${gnu_flags[@]}" "-I$here" -D__AFX_H__ \
+  -include own_framework.h "$use"
+try "layer, own framework" "${layer[@]}" -std=c++20 -D__AFX_H__ -include own_framework.h "$use"
+# Ours cannot make way for a framework that comes after them.
+refuse - "layer, own framework last" $triple-g++-posix -std=c++17 -fsyntax-only "-I$top/include" "-I$here" \
+  -include ZERATools/zera.hpp -include own_framework.h "$use"
+
 # Too old a language is one error. Visual C++ tells its language in _MSVC_LANG alone.
 for version in 98 14; do
   refuse 1 "C++$version, gcc" $triple-g++-posix -std=c++$version -fsyntax-only "-I$top/include" "$here/old_host.cpp"

@@ -6,7 +6,7 @@
 
 #include <atomic>
 #include <chrono>
-#include <ctime>
+#include <span>
 #include <stop_token>
 #include <string>
 #include <vector>
@@ -34,12 +34,14 @@ TEST_F(ZeraFile, WritesReadsAndMeasures) {
   EXPECT_FALSE(file::exists(wide));
   EXPECT_FALSE(file::read(wide));
   EXPECT_FALSE(file::modified(wide));
-  EXPECT_TRUE(file::write(wide, kBytes, sizeof kBytes));
+  EXPECT_TRUE(file::write(wide, {kBytes, sizeof kBytes}));
   EXPECT_EQ(kSame, file::read(wide));
   EXPECT_EQ(kSame, file::read(narrow));
-  EXPECT_TRUE(file::write(wide, std::span(kBytes)));
-  EXPECT_TRUE(file::write(narrow, std::span(kBytes)));
-  EXPECT_TRUE(file::write(narrow, kBytes, 2));
+  EXPECT_TRUE(file::write(wide, "a text"));
+  EXPECT_EQ("a text", test::ReadBytes(wide));
+  EXPECT_TRUE(file::write(wide, kSame));
+  EXPECT_EQ(kSame, file::read(narrow));
+  EXPECT_TRUE(file::write(narrow, std::span(kBytes).first(2)));
   EXPECT_EQ(2u, file::size(wide));
   EXPECT_EQ(2u, file::size(narrow));
   EXPECT_TRUE(file::exists(narrow));
@@ -53,11 +55,24 @@ TEST_F(ZeraFile, WritesReadsAndMeasures) {
   EXPECT_EQ(file::modified(wide), file::modified(narrow));
 }
 
+TEST_F(ZeraFile, ReadsIntoTheCallersRoom) {
+  ASSERT_TRUE(file::write(wide, kSame));
+  std::byte room[8] = {};
+  const auto read = file::read(wide, std::span(room));
+  ASSERT_TRUE(read);
+  EXPECT_EQ(&room[0], read->data());
+  EXPECT_EQ(sizeof kBytes, read->size());
+  EXPECT_EQ(std::byte{255}, (*read)[2]);
+  EXPECT_EQ(3u, file::read(narrow, std::span(room)).value().size());
+  EXPECT_FALSE(file::read(wide, std::span(room).first(2))) << "larger than the room";
+  EXPECT_FALSE(file::read(other, std::span(room)));
+}
+
 TEST_F(ZeraFile, CopiesComparesRenamesRemoves) {
   EXPECT_TRUE(file::create(wide));
   EXPECT_TRUE(file::create(narrow));
   EXPECT_FALSE(file::read(wide)) << "an empty file cannot be read so";
-  ASSERT_TRUE(file::write(wide, kBytes, sizeof kBytes));
+  ASSERT_TRUE(file::write(wide, kSame));
   EXPECT_TRUE(file::copy(wide, other));
   EXPECT_TRUE(file::copy(narrow, narrowOther));
   EXPECT_TRUE(file::equal(wide, other));

@@ -37,7 +37,7 @@ TEST_F(ZeraServices, EncryptsBytes) {
   const auto text = crypt::encrypt_bytes("key", plain);
   ASSERT_TRUE(text);
   EXPECT_EQ(8u, text->size());
-  EXPECT_EQ(plain, crypt::decrypt_bytes(crypt::bytes("key"), *text));
+  EXPECT_EQ(plain, crypt::decrypt_bytes(bytes("key"), *text));
   EXPECT_EQ(plain, crypt::decrypt_bytes("key", std::string(text->begin(), text->end())));
   const auto decimal = crypt::encrypt_bytes("key", plain, crypt::form::decimal);
   ASSERT_TRUE(decimal);

@@ -35,6 +35,7 @@ TYPED_TEST_SUITE(ZeraSettings, Characters);
 
 TYPED_TEST(ZeraSettings, KeepsEachType) {
   using T = Texts<TypeParam>;
+  EXPECT_EQ(T::File(this->folder / L"view.ini"), this->settings.file());
   const auto view = this->settings.section(T::section);
   EXPECT_EQ(7, view.get(T::key, 7));
   EXPECT_TRUE(view.set(T::key, -40));
@@ -56,6 +57,15 @@ TYPED_TEST(ZeraSettings, KeepsEachType) {
   EXPECT_EQ(T::value, view.get(T::key, T::none));
   EXPECT_TRUE(view.remove(T::key));
   EXPECT_EQ(T::none, view.get(T::key, T::none));
+}
+
+TEST(ZeraSettingsText, TakesViewsOfFileAndSection) {
+  const test::TempFolder folder;
+  const std::wstring file = folder / L"view.ini";
+  const std::wstring_view both = L"ViewUser";
+  const zera::settings settings{std::wstring_view(file + L"x").substr(0, file.size())};
+  EXPECT_TRUE(settings.section(both.substr(0, 4)).set(L"Key", 5));
+  EXPECT_EQ(5, zera::settings(file).section(L"View").get(L"Key", 0));
 }
 
 TEST(ZeraSettingsText, KeepsEveryLetter) {

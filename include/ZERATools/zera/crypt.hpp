@@ -7,30 +7,16 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "argument.hpp"
+#include "bytes.hpp"
 #include "objects.hpp"
 
 namespace zera::crypt {
 
 /// How cipher bytes are written.
 enum class form : int { decimal = 0, hexadecimal = 1 };
-
-/// Bytes that a function reads.
-struct bytes {
-  bytes(const void* start, std::size_t count) noexcept : data(start), size(count) {}
-  bytes(std::string_view text) noexcept : data(text.data()), size(text.size()) {}
-  bytes(const char* text) noexcept : bytes(std::string_view(text)) {}
-  template <class Container,
-            class = decltype(static_cast<const void*>(std::declval<const Container&>().data()))>
-  bytes(const Container& container) noexcept
-      : data(container.data()), size(container.size() * sizeof(*container.data())) {}
-
-  const void* data;
-  std::size_t size;
-};
 
 /// Encrypts a text; nothing for failure. As #ZERA_TOOLS_ENC_STRING_L_UC: of each character only the low byte.
 [[nodiscard]] inline std::optional<std::wstring> encrypt(const argument& pass_phrase,

@@ -14,6 +14,7 @@
 
 #include "../../ZERATools.h"
 #include "argument.hpp"
+#include "bytes.hpp"
 
 namespace zera::file {
 
@@ -125,6 +126,16 @@ std::optional<std::vector<unsigned char>> read(Export function, const Argument& 
   return bytes;
 }
 
+#if defined(__cpp_lib_span)
+template <class Export, class Argument>
+std::optional<std::span<std::byte>> read(Export function, const Argument& path, std::span<std::byte> room) {
+  unsigned __int64 count = 0;
+  if (!function(path, reinterpret_cast<unsigned char*>(room.data()), room.size(), &count))
+    return std::nullopt;
+  return room.first(static_cast<std::size_t>(count));
+}
+#endif
+
 }  // namespace detail
 
 /// A whole file, or nothing when it is missing, empty or cannot be read. As #ZERA_TOOLS_FILE_TO_BUFFER_UC.
@@ -136,24 +147,29 @@ std::optional<std::vector<unsigned char>> read(Export function, const Argument& 
   return detail::read(ZERA_TOOLS_FILE_TO_BUFFER, path, size(path));
 }
 
-/// Writes bytes as a file. As #ZERA_TOOLS_FILE_FROM_BUFFER_UC.
-[[nodiscard]] inline bool write(const argument& path, const void* data, std::uint64_t size) {
-  return ZERA_TOOLS_FILE_FROM_BUFFER_UC(path, static_cast<const unsigned char*>(data), size) != 0;
-}
-/// As #ZERA_TOOLS_FILE_FROM_BUFFER.
-[[nodiscard]] inline bool write(const ansi_argument& path, const void* data, std::uint64_t size) {
-  return ZERA_TOOLS_FILE_FROM_BUFFER(path, static_cast<const unsigned char*>(data), size) != 0;
-}
 #if defined(__cpp_lib_span)
-/// As #ZERA_TOOLS_FILE_FROM_BUFFER_UC.
-[[nodiscard]] inline bool write(const argument& path, std::span<const std::byte> bytes) {
-  return write(path, bytes.data(), bytes.size());
+/// A whole file into the caller's room; the part that it takes, or nothing. As #ZERA_TOOLS_FILE_TO_BUFFER_UC.
+[[nodiscard]] inline std::optional<std::span<std::byte>> read(const argument& path,
+                                                              std::span<std::byte> room) {
+  return detail::read(ZERA_TOOLS_FILE_TO_BUFFER_UC, path, room);
 }
-/// As #ZERA_TOOLS_FILE_FROM_BUFFER.
-[[nodiscard]] inline bool write(const ansi_argument& path, std::span<const std::byte> bytes) {
-  return write(path, bytes.data(), bytes.size());
+/// As #ZERA_TOOLS_FILE_TO_BUFFER.
+[[nodiscard]] inline std::optional<std::span<std::byte>> read(const ansi_argument& path,
+                                                              std::span<std::byte> room) {
+  return detail::read(ZERA_TOOLS_FILE_TO_BUFFER, path, room);
 }
 #endif
+
+/// Writes bytes as a file. As #ZERA_TOOLS_FILE_FROM_BUFFER_UC.
+[[nodiscard]] inline bool write(const argument& path, const bytes& contents) {
+  return ZERA_TOOLS_FILE_FROM_BUFFER_UC(path, static_cast<const unsigned char*>(contents.data),
+                                        contents.size) != 0;
+}
+/// As #ZERA_TOOLS_FILE_FROM_BUFFER.
+[[nodiscard]] inline bool write(const ansi_argument& path, const bytes& contents) {
+  return ZERA_TOOLS_FILE_FROM_BUFFER(path, static_cast<const unsigned char*>(contents.data), contents.size) !=
+         0;
+}
 
 /// Whether a file can be written; makes the missing folders of its path. As #ZERA_TOOLS_FILE_CHECK_WRITE_UC.
 [[nodiscard]] inline bool can_write(const argument& path) {

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <limits>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "../../ZERATools.h"
@@ -21,7 +22,8 @@ namespace zera {
 template <class Number>
 struct limits {
   Number minimum = std::numeric_limits<Number>::lowest();
-  Number maximum = std::numeric_limits<Number>::max();
+  // In brackets: the platform's header has a macro of that name.
+  Number maximum = (std::numeric_limits<Number>::max)();
 };
 
 namespace detail {
@@ -160,10 +162,10 @@ class basic_section {
 template <class Char>
 class basic_settings {
  public:
-  explicit basic_settings(std::basic_string<Char> file) : file_(std::move(file)) {}
+  explicit basic_settings(std::basic_string_view<Char> file) : file_(file) {}
 
-  [[nodiscard]] basic_section<Char> section(std::basic_string<Char> name) const {
-    return {file_, std::move(name)};
+  [[nodiscard]] basic_section<Char> section(std::basic_string_view<Char> name) const {
+    return {file_, std::basic_string<Char>(name)};
   }
   [[nodiscard]] const std::basic_string<Char>& file() const noexcept { return file_; }
 
