@@ -804,8 +804,6 @@ ZERATOOLS_RAISES;
 /// Missing directories are made, empty ones included. Each file is copied as by #ZERA_TOOLS_FILE_COPY, and
 /// once more if its destination had to be made first (#ZERA_TOOLS_FILE_CHECK_WRITE).
 ///
-/// Exceptions: CFileException when a file cannot be read or written to its end; what was copied stays.
-///
 /// KEPT FOR HOSTS: 1 for every walk that started, whatever single copies came to; look at the destination.
 ///
 /// @param startPath    any path inside the directory to copy
@@ -814,6 +812,7 @@ ZERATOOLS_RAISES;
 ///                     until the path limit ends it.
 /// @param overwrite    0 leaves files alone that are there already, anything else replaces them
 /// @return 1, or 0 if the start path was refused
+/// @exception CFileException when a file cannot be read or written to its end; what was copied stays
 /// @ordinal{18}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_COPY_ALL(_In_opt_z_ const char* startPath, _In_opt_z_ const char* destination,
