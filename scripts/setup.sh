@@ -12,7 +12,7 @@ declare -A groups=(
   [build]="cmake ninja-build g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev"
   [demo]="@build wine wine64"
   [package]="@build doxygen llvm zip"
-  [test]="@demo @package clang clang-tidy cppcheck googletest libclang-rt-dev libwine-dev lld make meson npm=npm pkgconf unzip
+  [test]="@demo @package clang clang-tidy cppcheck googletest libclang-rt-dev libwine-dev lld make meson npm=npm pkgconf tsc=node-typescript unzip
     cargo?libstd-rust-dev-windows libstd-rust-dev-windows?libstd-rust-dev-windows rustc?libstd-rust-dev-windows"
   [bench]="@demo gnuplot-nox"
   [debug]="@demo gdb-mingw-w64"
@@ -43,7 +43,7 @@ done
 declare -A program_of=(
   [cargo]=cargo [cmake]=cmake [ninja-build]=ninja [g++-mingw-w64-x86-64-posix]=x86_64-w64-mingw32-g++ [wine]=wine
   [clang-tidy]=clang-tidy [cppcheck]=cppcheck
-  [doxygen]=doxygen [llvm]=llvm-dlltool [zip]=zip [clang]=clang [lld]=lld-link [npm]=npm [pkgconf]=pkg-config
+  [doxygen]=doxygen [llvm]=llvm-dlltool [zip]=zip [clang]=clang [lld]=lld-link [node-typescript]=tsc [npm]=npm [pkgconf]=pkg-config
   [make]=make [meson]=meson [unzip]=unzip [gnuplot-nox]=gnuplot [gdb-mingw-w64]=x86_64-w64-mingw32-gdb
 )
 debian=

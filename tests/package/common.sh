@@ -24,3 +24,16 @@ expect_output() {
     fail "$1 writes something else"
   }
 }
+
+# What every example host answers: host_answers new|found LANGUAGE START_NUMBER
+host_answers() {
+  echo "\
+settings file: host.ini, $1
+language: $2
+start number $3
+name kept: yes
+stored: (hexadecimal)
+read:   licence 4711
+2.345 in two decimals: 2.35
+buffers left: 0"
+}

@@ -11,7 +11,8 @@ for file in bin/ZERATools.dll bin/ZERATools.dll.debug bin/zt.exe examples/zt/mai
   lib/ZERATools.def lib/pkgconfig/ZERATools.pc lib/cmake/ZERATools/ZERAToolsConfig.cmake \
   lib/cmake/ZERATools/ZERAToolsConfigVersion.cmake lib/cmake/ZERATools/mingw-ucrt.cmake \
   docs/reference/index.html docs/reference/find-index.js docs/reference/page_az.html docs/reference/page_ordinals.html examples/c/main.c examples/cpp/main.cpp \
-  examples/linker/main.c examples/node/host.js examples/c/Makefile examples/c/meson.build CHANGELOG.md LICENSE README.md \
+  examples/linker/main.c examples/node/host.js examples/node/zeratools.js examples/node/zeratools.d.ts \
+  docs/reference/page_hosts_nodejs.html examples/c/Makefile examples/c/meson.build CHANGELOG.md LICENSE README.md \
   examples/rust/Cargo.toml examples/rust/build/main.rs examples/rust/src/lib.rs \
   SHA256SUMS ZERATools.spdx.json; do
   [ -s "$file" ] || fail "$file is missing or empty"
