@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Faults.h"
 
+#include <direct.h>
 #include <gtest/gtest.h>
 #include <tlhelp32.h>
 #include <windows.h>
@@ -89,6 +90,7 @@ Plan plan;
 Record record;
 std::size_t target;  // the function of the call at the plan's position
 
+std::vector<std::wstring> made;
 std::set<void*> blocks;
 std::set<std::pair<std::string, ULONG_PTR>> handles;
 
@@ -133,8 +135,15 @@ void WatchedFree(void* block) {
 HANDLE WINAPI WatchedCreateFile(const wchar_t* path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
                                 DWORD creation, DWORD flags, HANDLE pattern) {
   const HANDLE file = ::CreateFileW(path, access, share, security, creation, flags, pattern);
-  if (file != INVALID_HANDLE_VALUE) Opened("file or snapshot or process", Number(file));
+  if (file == INVALID_HANDLE_VALUE) return file;
+  Opened("file or snapshot or process", Number(file));
+  if (active && creation != OPEN_EXISTING) made.emplace_back(path);
   return file;
+}
+int WatchedMakeFolder(const wchar_t* path) {
+  const int result = ::_wmkdir(path);
+  if (active && result == 0) made.emplace_back(path);
+  return result;
 }
 HANDLE WINAPI WatchedSnapshot(DWORD flags, DWORD) {
   const HANDLE snapshot = ::CreateToolhelp32Snapshot(flags, ::GetCurrentProcessId());
@@ -230,6 +239,7 @@ const Watcher kWatchers[] = {
     {"realloc", reinterpret_cast<void*>(&WatchedRealloc)},
     {"free", reinterpret_cast<void*>(&WatchedFree)},
     {"CreateFileW", reinterpret_cast<void*>(&WatchedCreateFile)},
+    {"_wmkdir", reinterpret_cast<void*>(&WatchedMakeFolder)},
     {"CreateToolhelp32Snapshot", reinterpret_cast<void*>(&WatchedSnapshot)},
     {"OpenProcess", reinterpret_cast<void*>(&WatchedOpenProcess)},
     {"Process32FirstW", reinterpret_cast<void*>(&WatchedProcessFirst)},
@@ -374,6 +384,7 @@ void Begin(const Plan& now) {
   plan = now;
   record = {};
   record.calls.reserve(4096);
+  made.clear();
   blocks.clear();
   handles.clear();
   restoringLocaleFailed = false;
@@ -404,6 +415,10 @@ std::vector<std::string> Leftovers(const std::vector<const void*>& hosts) {
   }
   for (const auto& handle : handles) left.push_back("an open handle: " + handle.first);
   return left;
+}
+
+const std::vector<std::wstring>& Made() {
+  return made;
 }
 
 std::size_t Codes(std::size_t function) {

@@ -71,6 +71,9 @@ bool HostAllocationFails();
 /// the host owns now, and open handles by kind.
 std::vector<std::string> Leftovers(const std::vector<const void*>& hosts);
 
+/// The files and folders that the library made since the last Begin, in the order of making.
+const std::vector<std::wstring>& Made();
+
 /// The number of ways in which a function can fail.
 std::size_t Codes(std::size_t function);
 std::string NameOf(std::size_t function);

@@ -7,15 +7,7 @@ namespace {
 
 const char kSeed[] = "[Vorgaben]\r\nLanguage=FRA\r\n";
 
-// Without the shell's answer the library's path has no folder before its tail, and means the drive's root.
-void ClearRoot() {
-  ::DeleteFileW(L"X:\\app\\TOOLS\\view.ini");
-  ::RemoveDirectoryW(L"X:\\app\\TOOLS");
-  ::RemoveDirectoryW(L"X:\\app");
-}
-
 void Install(World& world) {
-  ClearRoot();
   for (const char* const folder :
        {"app", "app\\TOOLS", "common", "common\\app", "common\\app\\TOOLS", "user"}) {
     world.Folder(folder);
