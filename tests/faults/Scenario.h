@@ -14,6 +14,7 @@
 #include "support/GuardedBuffer.h"
 #include "support/HostString.h"
 #include "support/Library.h"
+#include "support/Shown.h"
 #include "support/TempFolder.h"
 
 namespace faults {
@@ -132,22 +133,7 @@ Function* Bound(unsigned ordinal) {
   return test::Export<Function>(ordinal);
 }
 
-/// Text as it is shown in an outcome; what is not printable becomes its number.
-template <class Char>
-std::string Shown(const std::basic_string<Char>& text) {
-  std::string shown = "\"";
-  for (const Char one : text) {
-    const auto unit = static_cast<unsigned>(static_cast<std::make_unsigned_t<Char>>(one));
-    if (unit >= 0x20 && unit < 0x7F) {
-      shown += static_cast<char>(unit);
-    } else {
-      char number[16];
-      std::snprintf(number, sizeof number, "<%X>", unit);
-      shown += number;
-    }
-  }
-  return shown + "\"";
-}
+using test::Shown;
 
 /// A result buffer in an outcome: its text, and whether something was written beside it.
 template <class Char>
