@@ -25,11 +25,12 @@ const Char* Settings(Arguments& arguments) {
   return arguments.Text(std::basic_string<Char>(file.begin(), file.end()));
 }
 
-// The name of a section or key, often one that is there.
+// The name of a section or key, often one that is there. Wine itself does not survive writing without both.
+enum class Missing { kNever, kSometimes };
 template <class Char>
-const Char* Name(Arguments& arguments, char known) {
-  return arguments.random.Chance(2) ? arguments.Text(std::basic_string<Char>(1, static_cast<Char>(known)))
-                                    : arguments.TextOrNull<Char>();
+const Char* Name(Arguments& arguments, char known, Missing missing = Missing::kSometimes) {
+  if (arguments.random.Chance(2)) return arguments.Text(std::basic_string<Char>(1, static_cast<Char>(known)));
+  return missing == Missing::kSometimes ? arguments.TextOrNull<Char>() : arguments.Text<Char>();
 }
 
 template <class Char, class Number>
@@ -53,7 +54,7 @@ void AddNumber(Calls& calls, unsigned read, unsigned write, unsigned line) {
     return std::string(isDefault || (got >= low && got <= high) || got != got ? "" : "out of its range");
   };
   calls[Twin<Char>(write)] = [=](Arguments& arguments) {
-    const Char* const section = Name<Char>(arguments, 's');
+    const Char* const section = Name<Char>(arguments, 's', Missing::kNever);
     const Char* const key = Name<Char>(arguments, 'k');
     const Char* const file = Settings<Char>(arguments);
     return Truth(Bound<int(const Char*, const Char*, const Char*, Number)>(Twin<Char>(write))(
@@ -83,7 +84,7 @@ void AddTexts(Calls& calls) {
     return std::string(out.Terminated() ? "" : "no terminator");
   };
   calls[Twin<Char>(60)] = [](Arguments& arguments) {
-    const Char* const section = Name<Char>(arguments, 's');
+    const Char* const section = Name<Char>(arguments, 's', Missing::kNever);
     const Char* const key = Name<Char>(arguments, 'k');
     const Char* const file = Settings<Char>(arguments);
     return Truth(Bound<int(const Char*, const Char*, const Char*, const Char*)>(Twin<Char>(60))(
