@@ -148,16 +148,12 @@ TEXT
     built() { "$@" >"$work/log" 2>&1 || { cat "$work/log" >&2; fail "the crate does not build"; }; }
     silent() { if grep -A 5 '^warning' "$work/log"; then fail "the compiler warns"; fi; }
 
-    # The crate lies where it does in the package; the page's programs become examples of it.
+    # The crate lies where it does in the package.
     mkdir -p "$work/examples"
     cp -r "$package/examples/rust" "$work/examples/"
     cp -r "$package/bin" "$package/lib" "$package/share" "$work/"
     cd "$work/examples/rust"
     grep -qxF "version = \"$version\"" Cargo.toml || fail "the crate has another version"
-    mkdir examples
-    page=$top/docs/hosts-rust.md
-    awk '/^```rust$/ {file = "examples/page_" FNR ".rs"; next} /^```/ {file = ""} file {print >file}' "$page"
-    [ "$(ls examples | wc -l)" = "$(grep -c '^```rust$' "$page")" ] || fail "the page's programs were not all found"
 
     # As the comment in Cargo.toml says.
     sed -n 's/^#   //p' Cargo.toml >"$work/lines"
@@ -168,20 +164,31 @@ TEXT
     cp "$host" "${host%/*}/ZERATools.dll" "$work/"
     expect_c
 
-    # Its tests, and the page's programs.
+    # Its tests.
     built cargo test --lib --no-run --target $target
     silent
     for program in "${host%/*}"/deps/zeratools-*.exe; do
       "$top/scripts/wine-run.sh" "$program" >"$work/log" 2>&1 || { cat "$work/log" >&2; fail "the crate's tests"; }
       grep '^test result: ok\. 2[0-9] passed' "$work/log" || { cat "$work/log" >&2; fail "not all tests ran"; }
     done
-    built cargo build --examples --target $target
+
+    # The page's programs are those of a host that takes the crate as the page says.
+    page=$top/docs/hosts-rust.md
+    mkdir -p "$work/host/src/bin"
+    awk -v "folder=$work/host/src/bin" '/^```rust$/ {file = folder "/page_" FNR ".rs"; next} /^```/ {file = ""}
+      file {print >file}' "$page"
+    [ "$(ls "$work/host/src/bin" | wc -l)" = "$(grep -c '^```rust$' "$page")" ] || fail "the page's programs were not all found"
+    {
+      printf '[package]\nname = "page"\nversion = "1.0.0"\nedition = "2021"\n'
+      sed -n '/^```text$/,/^```$/{/^```/!p}' "$page" | sed "s|<package>|$work|"
+    } >"$work/host/Cargo.toml"
+    built cargo build --manifest-path "$work/host/Cargo.toml" --target $target
     silent
-    for page in examples/*.rs; do
-      expected=$(sed -n 's|^ *// prints: ||p' "$page")
-      page=${page##*/}
-      [ -n "$expected" ] || fail "$page does not say what it prints"
-      expect_output "${host%/*}/examples/${page%.rs}.exe" <<<"$expected"
+    for source in "$work"/host/src/bin/*.rs; do
+      expected=$(sed -n 's|^ *// prints: ||p' "$source")
+      program=${source##*/}
+      [ -n "$expected" ] || fail "$program does not say what it prints"
+      expect_output "$work/host/${host%/*}/${program%.rs}.exe" <<<"$expected"
     done
 
     # What is wrong with the package, or with the list, is said.

@@ -63,6 +63,16 @@ program id 'echo 0'
 expect 1 'apt-get was called' setup demo
 expect 1 'setup.log' setup demo
 
+# A package that is of no use in this release is asked for only where it is of some.
+program awk "exec $(command -v awk) \"\$@\""
+program npm :
+program id 'echo 1000'
+program dpkg-query 'case ${@: -1} in cargo | libstd-rust-dev-windows | rustc | wine) ;; *) echo installed ;; esac'
+program apt-cache 'printf "%s:\n  Installed: (none)\n  Candidate: (none)\n" "$2"'
+expect 1 'recommends wine' setup test
+program apt-cache 'printf "%s:\n  Installed: (none)\n  Candidate: 1.63.0\n" "$2"'
+expect 1 'recommends cargo libstd-rust-dev-windows rustc wine' setup test
+
 expect 2 'no group "gui"' setup gui
 rm -rf "$work"
 exit $failed

@@ -14,11 +14,13 @@ use crate::{by_ordinal, string_buffers_in_use, Error};
 static STRINGS: Mutex<()> = Mutex::new(());
 
 /// For tests that make strings: one at a time, and at its end every buffer is given back.
-pub struct Alone(MutexGuard<'static, ()>);
+pub struct Alone {
+    _lock: MutexGuard<'static, ()>,
+}
 
 impl Alone {
     pub fn new() -> Self {
-        let alone = Self(STRINGS.lock().unwrap_or_else(PoisonError::into_inner));
+        let alone = Self { _lock: STRINGS.lock().unwrap_or_else(PoisonError::into_inner) };
         assert_eq!(string_buffers_in_use(), 0);
         alone
     }
