@@ -74,6 +74,19 @@ fn every_export_has_its_number() {
 }
 
 #[test]
+fn the_list_tells_what_is_raised() {
+    let raising = |class: &str| -> Vec<&str> {
+        let raises = |export: &&Export| export.raises.contains(&class);
+        EXPORTS.iter().filter(raises).filter_map(|export| export.name.strip_prefix("ZERA_TOOLS_")).collect()
+    };
+    let files = ["FILE_COPY", "FILE_COPY_UC", "FILE_COMPARE", "FILE_COMPARE_UC", "FILE_COPY_ALL", "FILE_COPY_ALL_UC"];
+    assert_eq!(raising("CFileException"), files);
+    assert_eq!(raising("COleException"), ["FILE_GET_TIME_MODIFIED", "FILE_GET_TIME_MODIFIED_UC"]);
+    assert_eq!(raising("CInvalidArgException"), ["ENC", "ENC_UC", "DEC_UC"]);
+    assert_eq!(EXPORTS.iter().map(|export| export.raises.len()).sum::<usize>(), files.len() + 5);
+}
+
+#[test]
 fn a_message_reaches_a_thread() {
     #[link(name = "user32")]
     extern "system" {
