@@ -48,6 +48,22 @@ for start in new found; do
     fail "the example writes something else"
 done
 
+# The line of its comment, to the letter. Wine's programs find files by drive X:.
+mkdir "$work/path"
+cat >"$work/path/wine" <<'TEXT'
+#!/bin/sh
+here="X:${PWD#"$TOP/build"}/"
+exec "$TOP/scripts/wine-run.sh" "$PWD/$1" "$here$2" "$here$3"
+TEXT
+chmod +x "$work/path/wine"
+sed -n 's|^//   \(NODE_.* wine .*\)|\1|p' "$example/host.js" >"$work/line.sh"
+rm "$example/output.txt"
+(cd "$example" && TOP=$top PATH="$work/path:$PATH" bash -eu "$work/line.sh") >"$work/run.log" 2>&1 || {
+  cat "$work/run.log" >&2
+  fail "the line that the example shows"
+}
+grep -qx 'settings file: node.ini, .*' "$example/output.txt" || fail "the line that the example shows writes something else"
+
 # The module. host_ITA.dll has the texts of the host in Italian.
 cp "$here/tests.js" "$example/"
 printf '#pragma code_page(65001)\nSTRINGTABLE { 7 L"Impostazioni \\x20ac" }\n' >"$work/italian.rc"

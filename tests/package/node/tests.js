@@ -94,6 +94,23 @@ function everyExport() {
   equal(bind('FILE_GET_TIME_MODIFIED_UC')(__filename, time), 1);
   equal(time[0] > 1000000000n, true);
   equal(bind('FILE_EXIST_UC')(null), 0);
+
+  // Buffers and numbers are the host's own memory, not copies: of any size, and seen by other threads.
+  const file = `${__dirname}\\old\\large.bin`;
+  const large = Buffer.alloc(8e6, 'abcdefg');
+  const count = new BigUint64Array(1);
+  fs.mkdirSync(`${__dirname}\\old`, { recursive: true });
+  equal(bind('FILE_FROM_BUFFER_UC')(file, large, large.length), 1);
+  const again = Buffer.alloc(large.length);
+  equal(bind('FILE_TO_BUFFER_UC')(file, again, again.length, count), 1);
+  equal(`${count[0]} ${again.equals(large)}`, `${large.length} true`);
+  fs.utimesSync(file, 1e9, 1e9); // the time of creation too, under Wine
+  const abort = new Int32Array(new SharedArrayBuffer(4));
+  for (const stop of [1, 0]) {
+    abort[0] = stop;
+    bind('FILE_DELETE_ALL_OLD_EX_UC')(file, '.bin', 60, abort);
+    equal(`stop ${stop}: ${fs.existsSync(file)}`, `stop ${stop}: ${stop === 1}`);
+  }
   equal(bind('FILE_GET_FREEDISK_GB_UC')('C') > 0, true);
   equal(bind('FILE_GET_FREEDISK_GB')('C') > 0, true);
 }
