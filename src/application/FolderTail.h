@@ -28,14 +28,16 @@ struct ModuleNames {
 inline ModuleNames NamesOf(Text path, std::size_t toolsPosition) {
   const std::size_t end = path.rfind(L'\\');
   if (end == Text::npos || end == 0) return {};
-  ModuleNames names = {{path.data(), end}, {path.data() + end + 1, path.size() - end - 1}};
+  ModuleNames names = {path, path};
+  names.tail.remove_suffix(path.size() - end);
+  names.baseName.remove_prefix(end + 1);
 
   const std::size_t lastFolder = names.tail.rfind(L'\\');
   if (lastFolder != Text::npos && lastFolder > 0) {
     names.tail.remove_prefix(toolsPosition == Text::npos ? lastFolder : toolsPosition);
   }
   const std::size_t period = names.baseName.rfind(L'.');
-  if (period != Text::npos && period > 0) names.baseName = {names.baseName.data(), period};
+  if (period != Text::npos && period > 0) names.baseName.remove_suffix(names.baseName.size() - period);
   return names;
 }
 

@@ -60,7 +60,8 @@ int CheckWrite(const wchar_t* path, bool* wayGone) {
   const Parts<wchar_t> parts = Split(text, LeadBytes());
   if (text.size() > kMostPath || !parts.Fit()) return 0;
 
-  const WideText folder(text.data(), parts.drive.size() + parts.directory.size());
+  WideText folder = text;
+  folder.remove_suffix(text.size() - (parts.drive.size() + parts.directory.size()));
   if (!folder.empty() && !parts.name.empty() && !parts.extension.empty() && Exist(path)) {
     return CFile().Open(path, CFile::modeWrite);
   }

@@ -35,7 +35,7 @@ class ExtensionFilter {
     if (every_) return true;
     if (extension.size() != length_ || length_ > kMostComponent) return false;
     Char folded[kMostComponent];
-    fold(extension.data(), folded, length_);
+    fold(extension.data(), folded, extension.size());
     return std::char_traits<Char>::compare(folded, text_, length_) == 0;
   }
 
@@ -44,7 +44,7 @@ class ExtensionFilter {
   template <class Fold>
   ExtensionFilter(Text<Char> filter, Text<Char> every, Fold fold)
       : length_(filter.size()), every_(filter == every) {
-    if (length_ <= kMostComponent) fold(filter.data(), text_, length_);
+    if (length_ <= kMostComponent) fold(filter.data(), text_, filter.size());
   }
 
   std::size_t length_;

@@ -90,9 +90,10 @@ template <class Body>
 auto CallInModuleState(AFX_MODULE_STATE* state, Body& body) -> decltype(body()) {
   using Result = decltype(body());
   static_assert(std::is_void_v<Result> || std::is_scalar_v<Result>, "results pass through in a register");
-  // module_state.S leaves the register alone, whichever it is.
+  // module_state.S leaves the register alone, whichever it is. The type between is the one that compilers let
+  // stand for any function.
   using Call = Result(AFX_MODULE_STATE*, Result(*)(void*), void*);
-  auto* const call = reinterpret_cast<Call*>(reinterpret_cast<void*>(&zera_call_in_module_state));
+  auto* const call = reinterpret_cast<Call*>(reinterpret_cast<void (*)()>(&zera_call_in_module_state));
   return call(
       state, [](void* work) -> Result { return (*static_cast<Body*>(work))(); }, &body);
 }

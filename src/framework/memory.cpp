@@ -2,6 +2,7 @@
 // The library's own new and delete, as the framework has them: a failing allocation is the framework's
 // memory exception. So whatever else leaves an export is not the library's, std::bad_alloc included.
 #include <cstdlib>
+#include <new>
 
 #include "afx.h"
 

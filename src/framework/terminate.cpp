@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <cstdlib>
+#include <exception>
 
 // What ends the process when an exception finds no handler inside the library. The GNU runtime's own
 // function prints the exception's name, for which it brings a demangler and formatted output, a

@@ -95,16 +95,12 @@ Text<Char> FormatWhole(Char (&text)[kMostDigits], Whole value) {
   return {start, static_cast<std::size_t>(end - start)};
 }
 
-template <class Char>
-int WriteInt(const Char* section, const Char* key, const Char* file, int value) {
+// int or unsigned int
+template <class Char, class Whole>
+int WriteWhole(const Char* section, const Char* key, const Char* file, Whole value) {
   Char digits[kMostDigits];
-  return Platform<Char>::Write(section, key, FormatWhole(digits, value).data(), file);
-}
-
-template <class Char>
-int WriteUnsigned(const Char* section, const Char* key, const Char* file, unsigned int value) {
-  Char digits[kMostDigits];
-  return Platform<Char>::Write(section, key, FormatWhole(digits, value).data(), file);
+  const Char* const text = FormatWhole(digits, value).data();
+  return Platform<Char>::Write(section, key, text, file);
 }
 
 // Ten decimals and a point. The locale is restored on return, before the text goes anywhere; the wide

@@ -19,28 +19,28 @@ int ZERA_TOOLS_WRITE_STRING_UC(const wchar_t* section, const wchar_t* key, const
 }
 
 int ZERA_TOOLS_WRITE_INT(const char* section, const char* key, const char* file, int value) {
-  return frame::Enter([&] { return profile::WriteInt(section, key, file, value); });
+  return frame::Enter([&] { return profile::WriteWhole(section, key, file, value); });
 }
 
 int ZERA_TOOLS_WRITE_INT_UC(const wchar_t* section, const wchar_t* key, const wchar_t* file, int value) {
-  return frame::Enter([&] { return profile::WriteInt(section, key, file, value); });
+  return frame::Enter([&] { return profile::WriteWhole(section, key, file, value); });
 }
 
 int ZERA_TOOLS_WRITE_UINT(const char* section, const char* key, const char* file, unsigned int value) {
-  return frame::Enter([&] { return profile::WriteUnsigned(section, key, file, value); });
+  return frame::Enter([&] { return profile::WriteWhole(section, key, file, value); });
 }
 
 int ZERA_TOOLS_WRITE_UINT_UC(const wchar_t* section, const wchar_t* key, const wchar_t* file,
                              unsigned int value) {
-  return frame::Enter([&] { return profile::WriteUnsigned(section, key, file, value); });
+  return frame::Enter([&] { return profile::WriteWhole(section, key, file, value); });
 }
 
 int ZERA_TOOLS_WRITE_WORD(const char* section, const char* key, const char* file, WORD value) {
-  return frame::Enter([&] { return profile::WriteUnsigned(section, key, file, value); });
+  return frame::Enter([&] { return profile::WriteWhole(section, key, file, unsigned{value}); });
 }
 
 int ZERA_TOOLS_WRITE_WORD_UC(const wchar_t* section, const wchar_t* key, const wchar_t* file, WORD value) {
-  return frame::Enter([&] { return profile::WriteUnsigned(section, key, file, value); });
+  return frame::Enter([&] { return profile::WriteWhole(section, key, file, unsigned{value}); });
 }
 
 // KEPT FOR HOSTS: the plain floating-point writers convert their names, unlike the other plain writers. A

@@ -19,7 +19,7 @@ done < <(x86_64-w64-mingw32-g++-posix -xc++ -E -v /dev/null 2>&1 >/dev/null |
   sed -n '/^#include </,/^End of search/s/^ //p')
 [ -e "$platform/windows.h" ] || { echo "the platform's headers were not found" >&2; exit 1; }
 flags+=(-isystem "$(clang++ -print-resource-dir)/include" -isystem "$platform")
-flags+=(-std=c++20 -D_UCRT -DWINVER=0x0A00 -D_WIN32_WINNT=0x0A00 -DNTDDI_VERSION=0x0A000000
+flags+=(-std=c++20 -fsized-deallocation -D_UCRT -DWINVER=0x0A00 -D_WIN32_WINNT=0x0A00 -DNTDDI_VERSION=0x0A000000
   -I "$top/include" -Wall -Wextra -Wshadow)
 product_flags=("${flags[@]}" -DZERATOOLS_BUILDING -I "$top/src" -I "$top/src/framework")
 jobs=$(nproc)
