@@ -43,6 +43,12 @@ host=$(sed -n '2s/^wine //p' "$work/lines")
 cp "$host" "${host%/*}/ZERATools.dll" "$work/"
 expect_c
 
+# Its documentation, in which each export has its place.
+built cargo doc --no-deps --target $target
+silent
+places=$(find target/$target/doc/zeratools/raw -name 'fn.ZERA_TOOLS_*.html' | wc -l)
+[ "$places" = "$(grep -c '"ordinal"' "$package/share/zeratools/exports.json")" ] || fail "documents $places exports"
+
 # Its tests.
 built cargo test --lib --no-run --target $target
 silent

@@ -66,20 +66,47 @@ fn snake_case(name: &str) -> String {
     snake
 }
 
-/// Two sentences of documentation never close the comment they stand in, whatever the list says.
-fn documentation(code: &mut String, line: &str) {
-    let _ = writeln!(code, "    /// {}", line.replace(['\r', '\n'], " ").trim_end());
+/// A text of the list as documentation: exports that it names are links, and what would be markup is none. It stays one
+/// line, so it never ends the comment that it stands in.
+fn markdown(text: &str) -> String {
+    let mut code = false;
+    let mut result = String::new();
+    for (at, word) in text.split_whitespace().enumerate() {
+        if at > 0 {
+            result.push(' ');
+        }
+        if let Some(name) = word.strip_prefix('#') {
+            let end = name.find(|one: char| !one.is_ascii_alphanumeric() && one != '_').unwrap_or(name.len());
+            let _ = write!(result, "[`{}`]{}", &name[..end], &name[end..]);
+            continue;
+        }
+        for one in word.chars() {
+            code ^= one == '`';
+            if !code && matches!(one, '\\' | '[' | ']' | '<' | '>' | '*') {
+                result.push('\\');
+            }
+            result.push(one);
+        }
+    }
+    result
 }
 
-fn declaration(code: &mut String, name: &str, export: &Value) -> Result<(), String> {
-    documentation(code, text(export, "summary")?);
+fn documentation(code: &mut String, line: &str) {
+    let _ = writeln!(code, "    ///{}{line}", if line.is_empty() { "" } else { " " });
+}
+
+fn declaration(code: &mut String, name: &str, export: &Value, raises: &[&str]) -> Result<(), String> {
+    documentation(code, &markdown(text(export, "summary")?));
     let mut arguments = String::new();
     for argument in list(export, "arguments")? {
         let (own, c) = (text(argument, "name")?, snake_case(text(argument, "name")?));
         let kind = type_of(argument).map_err(|error| format!("argument {own}: {error}"))?;
         let unit = argument.get("unit").and_then(Value::text).map_or(String::new(), |unit| format!(", in {unit}"));
         documentation(code, "");
-        documentation(code, &format!("* `{c}` ({}{unit}): {}", text(argument, "direction")?, text(argument, "text")?));
+        documentation(
+            code,
+            &format!("* `{c}` ({}{unit}): {}", text(argument, "direction")?, markdown(text(argument, "text")?)),
+        );
         let _ = write!(arguments, "{}{c}: {kind}", if arguments.is_empty() { "" } else { ", " });
     }
     let result = export.get("result").ok_or("no result")?;
@@ -87,8 +114,14 @@ fn declaration(code: &mut String, name: &str, export: &Value) -> Result<(), Stri
         "void" => String::new(),
         _ => format!(" -> {}", type_of(result).map_err(|error| format!("result: {error}"))?),
     };
-    documentation(code, "");
-    documentation(code, &format!("Result: {}", text(result, "text")?));
+    if !arrow.is_empty() {
+        documentation(code, "");
+        documentation(code, &format!("Result: {}", markdown(text(result, "text")?)));
+    }
+    if !raises.is_empty() {
+        documentation(code, "");
+        documentation(code, &format!("Raises: {}", raises.join(", ")));
+    }
     let _ = writeln!(code, "    pub fn {name}({arguments}){arrow};");
     Ok(())
 }
@@ -103,11 +136,11 @@ pub fn write(exports: &Value) -> Result<String, String> {
         if name.is_empty() || !name.chars().all(|one| one.is_ascii_alphanumeric() || one == '_') {
             return Err(format!("\"{name}\" is no name"));
         }
-        declaration(&mut functions, name, export).map_err(|error| format!("{name}: {error}"))?;
         let ordinal = export.get("ordinal").and_then(Value::ordinal).ok_or(format!("{name}: no ordinal"))?;
         let partner = export.get("partner").and_then(Value::text);
         let raises: Option<Vec<&str>> = list(export, "raises")?.iter().map(Value::text).collect();
         let raises = raises.ok_or(format!("{name}: \"raises\" holds no texts"))?;
+        declaration(&mut functions, name, export, &raises).map_err(|error| format!("{name}: {error}"))?;
         let _ = writeln!(ordinals, "    pub const {name}: u16 = {ordinal};");
         let _ = writeln!(
             table,
@@ -145,7 +178,8 @@ mod tests {
     #[test]
     fn an_export_becomes_function_ordinal_and_entry() {
         let code = of("", "").unwrap();
-        assert!(code.contains("    /// Does so.\n"), "{code}");
+        assert!(code.contains("    /// Does so.\n    ///\n    /// * `pass_phrase`"), "{code}");
+        assert!(code.contains("    ///\n    /// Raises: CFileException\n    pub fn SOME_NAME("), "{code}");
         assert!(code.contains("    /// * `pass_phrase` (in, in characters): words\n"), "{code}");
         assert!(
             code.contains("    pub fn SOME_NAME(pass_phrase: *const WideString, room: *mut usize) -> i32;\n"),
@@ -156,6 +190,15 @@ mod tests {
             code.contains("Export { name: \"SOME_NAME\", ordinal: 7, partner: None, raises: &[\"CFileException\"] },"),
             "{code}"
         );
+    }
+
+    #[test]
+    fn texts_become_documentation() {
+        assert_eq!(
+            markdown("As #ZERA_TOOLS_X, with\n  `a*[b]` or \"[section]\"."),
+            "As [`ZERA_TOOLS_X`], with `a*[b]` or \"\\[section\\]\"."
+        );
+        assert_eq!(markdown(r"C:\data <b> *"), r"C:\\data \<b\> \*");
     }
 
     #[test]
