@@ -30,10 +30,10 @@ function Partner(name, stem) {
   sub(/_MBC$/, "", stem)
   return stem "_UC" in numbers ? stem "_UC" : ""
 }
-# What a variant does is its partner's summary.
+# What a variant does besides, its own summary says; one that only takes other text has its partner's.
 function Summary(name, partner) {
   partner = Partner(name)
-  if (summaries[name] ~ /^As #/ && partner != "" && summaries[partner] !~ /^As #/) return summaries[partner]
+  if (summaries[name] ~ /^As #[A-Z0-9_]+, with / && partner != "") return summaries[partner]
   return summaries[name]
 }
 function Before(a, b) { return order == "number" ? numbers[a] + 0 < numbers[b] + 0 : a < b }
