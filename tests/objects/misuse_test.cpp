@@ -64,6 +64,13 @@ TEST(ObjectMisuse, ADebugBuildSaysWhatIsWrong) {
   }
 }
 
+TEST(ObjectMisuse, ADebugBuildInCppSaysWhatIsWrong) {
+  const Ended ended = Misuse(L"objects_misuse_cpp.exe", 'a');
+  EXPECT_NE(0u, ended.exit);
+  EXPECT_NE(std::string::npos, ended.said.find("ZERATools: zera_ref: the object was not made, or is freed"))
+      << ended.said;
+}
+
 TEST(ObjectMisuse, RightUseReachesTheEnd) {
   for (const wchar_t* program : {L"objects_misuse_debug.exe", L"objects_misuse_release.exe"}) {
     const Ended ended = Misuse(program, 'z');
