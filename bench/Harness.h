@@ -97,6 +97,7 @@ void Conversions();
 void ConversionsGrowth();
 void Processes();
 void Application();
+void Layer();
 
 // Where the time goes: what the library takes from the platform is counted and timed from the start on.
 void StartProfile(HMODULE library);

@@ -148,10 +148,13 @@ constexpr struct {
   const char* name;
   void (*measure)();
 } kFamilies[] = {
-    {"Frames", Frames},           {"Paths", Paths},         {"Files", Files},
-    {"Contents", Contents},       {"Storage", Storage},     {"Trees", Trees},
-    {"Settings", Settings},       {"Lines", Lines},         {"Encryption", Encryption},
-    {"Conversions", Conversions}, {"Processes", Processes}, {"Application", Application},
+    {"Frames", Frames},         {"Paths", Paths},
+    {"Files", Files},           {"Contents", Contents},
+    {"Storage", Storage},       {"Trees", Trees},
+    {"Settings", Settings},     {"Lines", Lines},
+    {"Encryption", Encryption}, {"Conversions", Conversions},
+    {"Processes", Processes},   {"Application", Application},
+    {"Layer", Layer},
 };
 
 // All families, or one.

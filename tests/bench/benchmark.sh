@@ -9,7 +9,7 @@ ZERA_PREFIX=$PWD/build/wine-tests scripts/bench.sh --quick --built >/dev/null
 result=build/bench/quick
 
 # Each family's operations. A new one changes the number here.
-families='Application 3|Contents 5|Conversions 18|Encryption 10|Files 8|Lines 7|Loading 1|Paths 30|'
+families='Application 3|Contents 5|Conversions 18|Encryption 10|Files 8|Layer 5|Lines 7|Loading 1|Paths 30|'
 families+='Processes 4|Rounding 3|Settings 11|Storage 4|Trees 3|'
 found=$(awk -F, '$1 == 1 { ++rows[$2] } END { for (name in rows) print name, rows[name] }' $result/rows.csv |
   LC_ALL=C sort | tr '\n' '|')
