@@ -65,6 +65,7 @@ find_program(ZERA_DOXYGEN NAMES doxygen)
 if(ZERA_DOXYGEN)
   file(GLOB zera_pages docs/*.md docs/*.xml docs/*.css docs/*.html docs/*.js docs/*.txt docs/Doxyfile.in docs/*.awk
     docs/snippets/*.cpp docs/images/*.png)
+  file(GLOB zera_layer include/ZERATools/zera/*.hpp)
   set(zera_reference "${CMAKE_BINARY_DIR}/reference")
   set(zera_prepare_pages)
   # Neither page is for readers of the reference.
@@ -86,6 +87,7 @@ if(ZERA_DOXYGEN)
       > "${zera_reference}/pages/az.md"
     COMMAND awk -v order=number -f "${PROJECT_SOURCE_DIR}/docs/tables.awk" "${zera_reference}/ZERATools.h"
       > "${zera_reference}/pages/ordinals.md"
+    COMMAND awk -f "${PROJECT_SOURCE_DIR}/docs/layer.awk" ${zera_layer} > "${zera_reference}/pages/zera.md"
     COMMAND awk -v version=${PROJECT_VERSION} -f "${PROJECT_SOURCE_DIR}/docs/exports.awk" "${zera_reference}/ZERATools.h"
       > "${zera_reference}/exports.json"
     ${zera_prepare_pages}
@@ -98,7 +100,7 @@ if(ZERA_DOXYGEN)
       -o -name bdwn.png -o -name "doc*.png" -o -name "folder*.png" -o -name open.png -o -name closed.png ")" -delete
     COMMAND sh -c "cd \"$1\" && awk -f \"$2\" *.html >find-index.js" - "${zera_reference}/html"
       "${PROJECT_SOURCE_DIR}/docs/index.awk"
-    DEPENDS ${zera_pages} include/ZERATools.h include/ZERATools/Types.h "${zera_reference}/Doxyfile"
+    DEPENDS ${zera_pages} ${zera_layer} include/ZERATools.h include/ZERATools/Types.h "${zera_reference}/Doxyfile"
     WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}" VERBATIM)
   add_custom_target(reference ALL DEPENDS "${zera_reference}/html/index.html")
   install(DIRECTORY "${zera_reference}/html/" DESTINATION docs/reference)

@@ -9,7 +9,7 @@
 //
 // The layer adds no rule of its own: what an export answers, it answers; each function names its export,
 // whose rules hold. Text goes in as a pointer, a string or a view: only a view is copied, to end it with a
-// zero; a NUL inside ends a text, as everywhere here. Text comes out as a standard string, by one copy.
+// zero; a NUL inside ends a text, but not one to encrypt. Text comes out as a standard string, by one copy.
 //
 // What the library raises passes through as it is: an exception of the Microsoft ABI, which a host of that
 // ABI catches as the framework's class and which ends a process of another. The functions are usable with

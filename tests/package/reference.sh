@@ -25,6 +25,13 @@ for page in page_az page_ordinals; do
     "$page.html" >"$work/$page"
   sort "$work/$page" | diff "$work/listed" - >&2 || fail "$page.html lists other exports"
 done
+awk -v exports="$(wc -l <"$work/listed")" -f "$top/tests/package/summaries.awk" "$package/include/ZERATools.h" \
+  page_az.html page_ordinals.html >&2 || fail "a list shows another summary than the header"
+# What zera.hpp has: a link for each export that its headers name.
+grep -ohE '#ZERA_TOOLS_[A-Z0-9_]+' "$package"/include/ZERATools/zera/*.hpp | tr -d '#' | sort -u >"$work/layer"
+grep -oE '>ZERA_TOOLS_[A-Z0-9_]+</a>' page_zera.html | sed -E 's/^>(.*)<.*/\1/' | sort -u | diff "$work/layer" - >&2 ||
+  fail "page_zera.html leads to other exports"
+[ "$(wc -l <"$work/layer")" -gt 100 ] || fail "only $(wc -l <"$work/layer") exports were seen in the layer"
 LC_ALL=C sort -c -k 1,1 "$work/page_az" || fail "page_az.html is not sorted"
 LC_ALL=C sort -c -n -k 2 "$work/page_ordinals" || fail "page_ordinals.html is not sorted"
 if grep -l 'is an invalid\. ' *.html; then fail "a first sentence is cut"; fi

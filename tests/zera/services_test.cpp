@@ -30,6 +30,8 @@ TEST_F(ZeraServices, EncryptsTextsAndReadsThemBack) {
   EXPECT_EQ(wide->substr(0, 8), crypt::encrypt_short(L"key", L"licence"));
   EXPECT_EQ(narrow->substr(0, 8), crypt::encrypt_short("key", "licence"));
   EXPECT_FALSE(crypt::decrypt(L"key", L"no digits"));
+  EXPECT_EQ(6u, crypt::encrypt(L"key", std::wstring_view(L"a\0b", 3)).value().size());
+  EXPECT_EQ(6u, crypt::encrypt("key", std::string_view("a\0b", 3)).value().size());
 }
 
 TEST_F(ZeraServices, EncryptsBytes) {

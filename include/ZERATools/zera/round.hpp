@@ -6,15 +6,15 @@
 
 namespace zera {
 
-/// As #ZERA_TOOLS_ROUND_INT.
+/// To a whole number. As #ZERA_TOOLS_ROUND_INT.
 [[nodiscard]] inline int round_int(double value) {
   return ZERA_TOOLS_ROUND_INT(value);
 }
-/// As #ZERA_TOOLS_ROUND_UINT.
+/// To a whole number without a sign. As #ZERA_TOOLS_ROUND_UINT.
 [[nodiscard]] inline unsigned int round_uint(double value) {
   return ZERA_TOOLS_ROUND_UINT(value);
 }
-/// As #ZERA_TOOLS_ROUND_DOUBLE.
+/// To decimals. As #ZERA_TOOLS_ROUND_DOUBLE.
 [[nodiscard]] inline double round(double value, int decimals) {
   return ZERA_TOOLS_ROUND_DOUBLE(value, decimals);
 }

@@ -104,7 +104,7 @@ class basic_section {
 
   /// A number: the default when there is no value, else the value within the limits. As
   /// #ZERA_TOOLS_READ_INT_UC, #ZERA_TOOLS_READ_UINT_UC, #ZERA_TOOLS_READ_WORD_UC, #ZERA_TOOLS_READ_DOUBLE_UC
-  /// and #ZERA_TOOLS_READ_FLOAT_UC.
+  /// and #ZERA_TOOLS_READ_FLOAT_UC, and their plain partners.
   [[nodiscard]] int get(const in& key, int otherwise, limits<int> within = {}) const {
     return number(key, otherwise, within);
   }
@@ -122,8 +122,9 @@ class basic_section {
     return number(key, otherwise, within);
   }
 
-  /// A text of fewer than `room` characters. As #ZERA_TOOLS_READ_STRING_UC: a longer value is cut, one with
-  /// characters beyond the code page gives an empty text, and so does a default that does not fit.
+  /// A text of fewer than `room` characters. As #ZERA_TOOLS_READ_STRING_UC and #ZERA_TOOLS_READ_STRING: a
+  /// longer value is cut, one with characters beyond the code page gives an empty text, and so does a default
+  /// that does not fit.
   [[nodiscard]] string get(const in& key, const in& otherwise, std::size_t room = 1024) const {
     string text(room, Char());
     exports::read(section_.c_str(), key, file_.c_str(), otherwise.get(), text.data(), room);
@@ -131,13 +132,14 @@ class basic_section {
     return text;
   }
 
-  /// Writes a number. As #ZERA_TOOLS_WRITE_INT_UC and its fellows.
+  /// Writes a number. As #ZERA_TOOLS_WRITE_INT_UC, #ZERA_TOOLS_WRITE_UINT_UC, #ZERA_TOOLS_WRITE_WORD_UC,
+  /// #ZERA_TOOLS_WRITE_DOUBLE_UC and #ZERA_TOOLS_WRITE_FLOAT_UC, and their plain partners.
   bool set(const in& key, int value) const { return put(key, value); }
   bool set(const in& key, unsigned int value) const { return put(key, value); }
   bool set(const in& key, WORD value) const { return put(key, value); }
   bool set(const in& key, double value) const { return put(key, value); }
   bool set(const in& key, float value) const { return put(key, value); }
-  /// Writes a text. As #ZERA_TOOLS_WRITE_STRING_UC, which answers true in any case.
+  /// Writes a text. As #ZERA_TOOLS_WRITE_STRING_UC and #ZERA_TOOLS_WRITE_STRING, which succeed in any case.
   bool set(const in& key, const in& value) const { return put(key, value.get()); }
 
   /// Removes a key. As #ZERA_TOOLS_WRITE_STRING_UC with a null text.
@@ -162,11 +164,14 @@ class basic_section {
 template <class Char>
 class basic_settings {
  public:
+  /// @param file  its path
   explicit basic_settings(std::basic_string_view<Char> file) : file_(file) {}
 
+  /// One section of the file.
   [[nodiscard]] basic_section<Char> section(std::basic_string_view<Char> name) const {
     return {file_, std::basic_string<Char>(name)};
   }
+  /// The path.
   [[nodiscard]] const std::basic_string<Char>& file() const noexcept { return file_; }
 
  private:

@@ -63,23 +63,27 @@ struct line_exports<char> {
 
 }  // namespace detail
 
-/// Puts the lines of a settings file together. As #ZERA_TOOLS_BUFWRITE_SECTION_UC and its fellows, in a
-/// buffer that has room for every line.
+/// Puts the lines of a settings file together, in a buffer that has room for every line.
 template <class Char>
 class basic_settings_text {
   using exports = detail::line_exports<Char>;
   using in = basic_argument<Char>;
 
  public:
+  /// Adds the line of a section. As #ZERA_TOOLS_BUFWRITE_SECTION_UC and #ZERA_TOOLS_BUFWRITE_SECTION.
   basic_settings_text& section(const in& name) {
     return line(name.size() + 4, [&](Char* at, std::size_t room, std::size_t* count) {
       exports::section(name.get(), at, room, count);
     });
   }
+  /// Adds the line of a number. As #ZERA_TOOLS_BUFWRITE_INT_UC, #ZERA_TOOLS_BUFWRITE_UINT_UC,
+  /// #ZERA_TOOLS_BUFWRITE_DOUBLE_UC and #ZERA_TOOLS_BUFWRITE_FLOAT_UC, and their plain partners.
   basic_settings_text& set(const in& key, int value) { return number(key, value); }
   basic_settings_text& set(const in& key, unsigned int value) { return number(key, value); }
   basic_settings_text& set(const in& key, double value) { return number(key, value); }
   basic_settings_text& set(const in& key, float value) { return number(key, value); }
+  /// Adds the line of a text, and that of its companion where it needs one. As #ZERA_TOOLS_BUFWRITE_STRING_UC
+  /// and #ZERA_TOOLS_BUFWRITE_STRING.
   basic_settings_text& set(const in& key, const in& value) {
     // The text, and its UTF-8 bytes, at most three a character, under a longer key.
     return line(2 * key.size() + 4 * value.size() + 16, [&](Char* at, std::size_t room, std::size_t* count) {
@@ -87,6 +91,7 @@ class basic_settings_text {
     });
   }
 
+  /// The lines so far.
   [[nodiscard]] const std::basic_string<Char>& str() const noexcept { return text_; }
 
  private:
