@@ -40,11 +40,11 @@ if (process.argv[2] === 'nothing') {
   equal(library.decrypt('p', library.encrypt('p', 'q')), 'q');
   process.exitCode = failures.length;
 } else if (process.argv[2] === 'raise') {
-  process.on('exit', () => fs.writeFileSync(process.argv[3], 'exit'));
+  for (const event of ['exit', 'uncaughtException']) process.on(event, () => fs.writeFileSync(process.argv[3], event));
   try {
     bind('ENC')('p', Buffer.from('x'), 1, Buffer.alloc(20), 20, true);
-  } catch {
-    fs.writeFileSync(process.argv[3], 'catch');
+  } finally {
+    fs.writeFileSync(process.argv[3], 'finally');
   }
 } else if (!isMainThread) {
   parentPort.postMessage([library.decrypt('p', library.encrypt('p', 'q')), zera.buffersInUse(), zera.objectsInUse()].join());
