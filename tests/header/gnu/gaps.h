@@ -17,12 +17,24 @@
 #define __GCC_ATOMIC_TEST_AND_SET_TRUEVAL 1
 #define _POSIX_SEM_VALUE_MAX 32767
 #undef __SIZEOF_INT128__
+// Annotations whose names the library has for arguments are not defined then.
+#define __SPECSTRINGS_STRICT_LEVEL 0
 
+// Newer headers have some of it, in another form.
+#define _GLIBCXX_INCLUDE_NEXT_C_HEADERS
+#define abs crt_abs
+#define max_align_t crt_max_align_t
+#define timespec crt_timespec
 #include <stdarg.h>
 #include <stddef.h>
 #include <stdio.h>
+#include <stdlib.h>
 #include <time.h>
 #include <wchar.h>
+#undef _GLIBCXX_INCLUDE_NEXT_C_HEADERS
+#undef abs
+#undef max_align_t
+#undef timespec
 
 struct timespec {
   time_t tv_sec;
@@ -33,6 +45,7 @@ struct max_align_t {
   long double number;
 };
 extern "C" {
+int abs(int);
 int fwide(FILE*, int);
 int mbsinit(const mbstate_t*);
 int nanosleep(const timespec*, timespec*);
