@@ -17,7 +17,7 @@ function Text(declaration) {
   return declaration
 }
 function Row(declaration) {
-  if (heading != "") printf "\n## %s\n\n%s\n\n| In C++ | |\n|---|---|\n", heading, about
+  if (heading != "") printf "\n## %s\n\n%s\n\n| In C++ | What it does |\n|---|---|\n", heading, about
   heading = ""
   printf "| `%s` | %s |\n", Text(declaration), summary
   summary = ""

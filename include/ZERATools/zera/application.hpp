@@ -32,6 +32,7 @@ enum class language : int {
 class language_module {
  public:
   language_module() noexcept = default;
+  /// Takes a loaded module over.
   explicit language_module(HMODULE module) noexcept : module_(module) {}
   language_module(language_module&& other) noexcept : module_(other.release()) {}
   language_module& operator=(language_module&& other) noexcept {
@@ -40,10 +41,12 @@ class language_module {
   }
   ~language_module() { reset(); }
 
+  /// The module, or null.
   [[nodiscard]] HMODULE get() const noexcept { return module_; }
   explicit operator bool() const noexcept { return module_ != nullptr; }
   /// Gives the module away; the caller frees it.
   [[nodiscard]] HMODULE release() noexcept { return std::exchange(module_, nullptr); }
+  /// Frees the module, and takes another over.
   void reset(HMODULE module = nullptr) noexcept {
     if (module_) ::FreeLibrary(module_);
     module_ = module;

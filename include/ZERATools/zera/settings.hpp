@@ -164,7 +164,7 @@ class basic_section {
 template <class Char>
 class basic_settings {
  public:
-  /// @param file  its path
+  /// Takes the path; the file need not exist.
   explicit basic_settings(std::basic_string_view<Char> file) : file_(file) {}
 
   /// One section of the file.
