@@ -126,7 +126,8 @@ TEST(DirectoryWalk, TextsUpToThePathLimitAreTaken) {
 // deleted or copied.
 TEST(DirectoryWalk, TheFolderThatIsNamedIsTheOneThatIsListed) {
   const test::TempFolder temp;
-  test::Plant(temp, {L"named\\", L"named\\a.txt", L"other\\", L"other\\a.txt", L"other\\b.txt"});
+  test::Plant(temp,
+              {L"named\\", L"named\\a.txt", L"named\\c.txt", L"other\\", L"other\\a.txt", L"other\\b.txt"});
   const std::wstring named = temp / L"named\\", other = temp / L"other\\";
   const CurrentFolder current(named);
   {
