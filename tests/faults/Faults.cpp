@@ -65,7 +65,7 @@ extern "C" const char zera_faults_thunks[];
 
 namespace faults {
 
-Places places;
+thread_local Places places;
 
 namespace {
 

@@ -39,11 +39,11 @@ struct Record {
   bool Failed(const std::string& function) const;
 };
 
-/// What the machine answers when asked for the module's path and the application-data folders.
+/// What the machine answers a thread that asks for the module's path and the application-data folders.
 struct Places {
   std::wstring module, common, user;
 };
-extern Places places;
+extern thread_local Places places;
 
 /// The processes of the machine, for the library, while the hooks live: this one is there twice, and each
 /// time it has this one module. Opening one gives this process; ending one does nothing. A language module is

@@ -61,10 +61,14 @@ class Load : public ::testing::Test {
     EXPECT_EQ(::GetModuleHandleW(L"ZERATools.dll"), nullptr) << "the library stays in memory";
   }
 
+  static auto ToBuffer(HMODULE module) {
+    return reinterpret_cast<decltype(&ZERA_TOOLS_FILE_TO_BUFFER_UC)>(reinterpret_cast<void*>(
+        ::GetProcAddress(module, reinterpret_cast<const char*>(static_cast<ULONG_PTR>(kFileToBuffer)))));
+  }
+
   // The read fails, its exception is caught inside, and the result tells of it.
   bool CatchInside(HMODULE module) const {
-    const auto toBuffer = reinterpret_cast<decltype(&ZERA_TOOLS_FILE_TO_BUFFER_UC)>(reinterpret_cast<void*>(
-        ::GetProcAddress(module, reinterpret_cast<const char*>(static_cast<ULONG_PTR>(kFileToBuffer)))));
+    const auto toBuffer = ToBuffer(module);
     BYTE buffer[8] = {};
     unsigned long long count = 77;
     return toBuffer && toBuffer(file_.c_str(), buffer, sizeof buffer, &count) == 0 && count == 0;
@@ -190,6 +194,31 @@ TEST_F(Load, ThreadsThrowAtTheSameTime) {
     for (const HANDLE thread : threads) Join(thread);
   }
   UnloadIt(module);
+}
+
+// Each thread loads, calls and unloads as if it were alone: the library comes and goes under the others,
+// stays as long as one of them has it, and is gone at the end.
+TEST_F(Load, ThreadsLoadAndUnloadUnderOneAnother) {
+  constexpr int kThreads = 8;
+  const std::function<void()> work = [&] {
+    for (int i = 0; i < 5 && !HasFailure(); ++i) {
+      const HMODULE module = LoadIt();
+      BYTE buffer[16] = {};
+      unsigned long long count = 0;
+      const auto toBuffer = ToBuffer(module);
+      ASSERT_NE(toBuffer, nullptr);
+      EXPECT_EQ(toBuffer(file_.c_str(), buffer, sizeof buffer, &count), 1);
+      EXPECT_EQ(count, 8u);
+      EXPECT_EQ(std::string(buffer, buffer + 8), "12345678");
+      EXPECT_TRUE(::FreeLibrary(module));
+    }
+  };
+  ExpectNoGrowth(100, [&] {
+    HANDLE threads[kThreads];
+    for (HANDLE& thread : threads) thread = Start(work);
+    for (const HANDLE thread : threads) Join(thread);
+    EXPECT_EQ(::GetModuleHandleW(L"ZERATools.dll"), nullptr) << "the library stays in memory";
+  });
 }
 
 }  // namespace

@@ -5,11 +5,10 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <atomic>
 
 namespace test {
 namespace {
-
-const wchar_t kRoot[] = L"X:\\tmp\\";
 
 // Calls `visit` with the relative name of every entry below a folder, contents before their folder.
 template <class Visit>
@@ -30,10 +29,10 @@ void Walk(const std::wstring& folder, const std::wstring& relative, Visit visit)
 
 }  // namespace
 
-TempFolder::TempFolder() {
-  static int count = 0;
+TempFolder::TempFolder(const std::wstring& within) {
+  static std::atomic<int> count = 0;
   ::CreateDirectoryW(L"X:\\tmp", nullptr);
-  path_ = kRoot + std::to_wstring(::GetCurrentProcessId()) + L"-" + std::to_wstring(::GetTickCount64()) +
+  path_ = within + std::to_wstring(::GetCurrentProcessId()) + L"-" + std::to_wstring(::GetTickCount64()) +
           L"-" + std::to_wstring(++count) + L"\\";
   if (!::CreateDirectoryW(path_.c_str(), nullptr)) {
     ADD_FAILURE() << "a test folder cannot be made, error " << ::GetLastError();
@@ -102,7 +101,7 @@ bool Exists(const std::wstring& path) {
 }
 
 std::string Ansi(const std::wstring& text) {
-  std::string narrow(text.size() * 2 + 1, '\0');
+  std::string narrow(text.size() * 3 + 1, '\0');
   narrow.resize(static_cast<std::size_t>(
       ::WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()), narrow.data(),
                             static_cast<int>(narrow.size()), nullptr, nullptr)));

@@ -7,11 +7,11 @@
 
 namespace test {
 
-/// Makes an empty folder "X:\tmp\<n>\" and removes it with everything in it at the end; what cannot
-/// be removed is a failure of the test.
+/// Makes an empty folder "X:\tmp\<n>\", or one within another folder of that drive, and removes it with
+/// everything in it at the end; what cannot be removed is a failure of the test.
 class TempFolder {
  public:
-  TempFolder();
+  explicit TempFolder(const std::wstring& within = L"X:\\tmp\\");
   TempFolder(const TempFolder&) = delete;
   TempFolder& operator=(const TempFolder&) = delete;
   ~TempFolder();
