@@ -7,6 +7,7 @@
 #include <string>
 
 #include "Conversions.h"
+#include "support/CodePage.h"
 #include "support/ImportHook.h"
 #include "support/TempFolder.h"
 
@@ -115,12 +116,13 @@ TEST(Utf8, AnsiVariantsGoThroughTheCodePage) {
 }
 
 TEST(Utf8, KnownAnsiText) {
-  // Letters that the code page has; 0xB1 in Japanese text is a half-width letter.
-  const std::string ansi = ::GetACP() == 932 ? "\x93\xFA\x96\x7B\xB1" : "Gr\xFC\xDF\x80";
-  const std::string utf8 =
-      ::GetACP() == 932 ? "\xE6\x97\xA5\xE6\x9C\xAC\xEF\xBD\xB1" : "Gr\xC3\xBC\xC3\x9F\xE2\x82\xAC";
-  EXPECT_EQ(Convert(MbcToUtf8, ansi), utf8);
-  EXPECT_EQ(Convert(Utf8ToMbc, utf8), ansi);
+  const test::LocalText& local = test::Local();
+  EXPECT_EQ(Convert(MbcToUtf8, local.bytes), local.utf8);
+  EXPECT_EQ(Convert(Utf8ToMbc, local.utf8), local.bytes);
+  if (::GetACP() != 932) return;
+  // 0xB1 in Japanese text is a half-width letter.
+  EXPECT_EQ(Convert(MbcToUtf8, std::string("\x93\xFA\xB1")), "\xE6\x97\xA5\xEF\xBD\xB1");
+  EXPECT_EQ(Convert(Utf8ToMbc, std::string("\xE6\x97\xA5\xEF\xBD\xB1")), "\x93\xFA\xB1");
 }
 
 // Each conversion asks the platform twice: for the size, then for the text.

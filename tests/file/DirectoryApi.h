@@ -85,7 +85,7 @@ class Directories : public ::testing::TestWithParam<bool> {
   const DirectoryApi api_{GetParam()};
 
  private:
-  DWORD handles_ = OpenHandles();
+  DWORD handles_ = (Library(), OpenHandles());
 };
 
 }  // namespace test

@@ -6,6 +6,7 @@
 
 #include "CallLog.h"
 #include "DirectoryApi.h"
+#include "support/CodePage.h"
 #include "support/HostException.h"
 #include "support/ImportHook.h"
 #include "support/InvalidParameter.h"
@@ -169,7 +170,7 @@ TEST_P(CopyingAll, ReadErrorLeavesAsTheFrameworksExceptionWithNothingOpen) {
 }
 
 TEST_P(CopyingAll, NamesInTheCodePage) {
-  const std::wstring name = ::GetACP() == 932 ? L"\u8868\u30bd" : L"\u00fcber";
+  const std::wstring name = test::Local().wide;
   test::Plant(temp_, {name + L"\\", name + L"\\" + name + L".txt"});
   EXPECT_EQ(api_.CopyAll(temp_ / name + L"\\", temp_ / L"to" + name + L"\\", 1), 1);
   EXPECT_TRUE(test::Exists(temp_ / L"to" + name + L"\\" + name + L".txt"));

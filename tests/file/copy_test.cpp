@@ -3,6 +3,7 @@
 #include "CallLog.h"
 #include "FileApi.h"
 #include "Sharing.h"
+#include "support/CodePage.h"
 #include "support/InvalidParameter.h"
 
 namespace {
@@ -245,7 +246,7 @@ TEST_P(Copying, BadPathsHarmNothing) {
 }
 
 TEST_P(Copying, NamesOfTheCodePage) {
-  const std::wstring name = ::GetACP() == 932 ? L"\u30bd\u8868.txt" : L"Pr\u00fcfung\u20ac.txt";
+  const std::wstring name = test::Local().wide + L".txt";
   const std::wstring source = folder.File(name, "content");
   EXPECT_EQ(api.Copy(source, folder / (L"2" + name)), 1);
   EXPECT_EQ(api.Compare(source, folder / (L"2" + name)), 1);

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <random>
 
+#include "support/CodePage.h"
 #include "support/GuardedBuffer.h"
 #include "support/ImportHook.h"
 #include "support/InvalidParameter.h"
@@ -209,7 +210,7 @@ TYPED_TEST(Version, DamagedModules) {
 
 TYPED_TEST(Version, PathInTheCodePage) {
   test::TempFolder temp;
-  const std::wstring name = ::GetACP() == 932 ? L"\u8868\u30bd.dll" : L"\u00fcber.dll";
+  const std::wstring name = test::Local().wide + L".dll";
   temp.File(name, test::ReadBytes(Module(L"version_file-2.5.3.7_product-2.0.1.1.dll")));
   TypeParam out[40];
   EXPECT_EQ(Get(temp / name, out, 40), 1);

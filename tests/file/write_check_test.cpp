@@ -11,6 +11,7 @@
 #include <set>
 #include <thread>
 
+#include "support/CodePage.h"
 #include "support/ImportHook.h"
 #include "support/InvalidParameter.h"
 #include "support/Library.h"
@@ -374,7 +375,7 @@ TEST_P(WriteCheck, ConcurrentChecksOfOneFolderDoNotDisturbEachOther) {
 }
 
 TEST_P(WriteCheck, NamesInTheCodePageArriveAsTheyAre) {
-  const std::wstring name = ::GetACP() == 932 ? L"\u8868\u30bd" : L"\u00fcber";
+  const std::wstring name = test::Local().wide;
   EXPECT_EQ(Check(temp_ / name + L"\\file.txt"), 1);
   EXPECT_EQ(temp_.Entries(), Calls{name + L"\\"});
 }

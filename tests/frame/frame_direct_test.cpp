@@ -10,6 +10,7 @@
 
 #include "frame/App.h"
 #include "frame/WideText.h"
+#include "support/CodePage.h"
 #include "support/ImportHook.h"
 
 namespace {
@@ -59,6 +60,11 @@ TEST_F(FrameDirect, TextEndsWhereThePlatformEndsIt) {
   for (const std::size_t length : {0u, 1u, 2u, 257u, 258u, 259u, 260u, 261u, 32767u}) {
     for (const char* const tail : {"", "\x81", "\x83\x5C", "\xE9", "\xFF"}) {
       const std::string text = std::string(length, 'a') + tail;
+      // Under UTF-8 as the ANSI code page Wine 8 takes a terminator for the rest of half a sequence and
+      // writes none: what it answers then is no text to agree on.
+      wchar_t answer[32800] = {};
+      const int units = ::MultiByteToWideChar(CP_ACP, 0, text.c_str(), -1, answer, ARRAYSIZE(answer));
+      if (::GetACP() == CP_UTF8 && answer[units - 1] != 0) continue;
       const frame::WideText wide(text.c_str());
       const std::wstring got(wide);
       EXPECT_EQ(got.substr(0, length), std::wstring(length, L'a'));
@@ -68,11 +74,8 @@ TEST_F(FrameDirect, TextEndsWhereThePlatformEndsIt) {
       EXPECT_EQ(static_cast<std::size_t>(string.GetLength()), got.size());
     }
   }
-  if (::GetACP() == 932) {
-    EXPECT_STREQ(frame::WideText("\x83\x5C.txt"), L"\x30BD.txt");
-  } else {
-    EXPECT_STREQ(frame::WideText("\xE9.txt"), L"\xE9.txt");
-  }
+  const test::LocalText& local = test::Local();
+  EXPECT_STREQ(frame::WideText((local.bytes + ".txt").c_str()), (local.wide + L".txt").c_str());
 }
 
 // The conversion of a text that is longer than the buffer fails: at once, at the measuring, at the last step.

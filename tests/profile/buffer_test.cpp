@@ -14,6 +14,7 @@
 
 #include "NumericLocale.h"
 #include "Settings.h"
+#include "support/CodePage.h"
 #include "support/GuardedBuffer.h"
 #include "support/HostException.h"
 #include "support/InvalidParameter.h"
@@ -223,6 +224,16 @@ TEST(Buffer, ANullPositionIsAnInvalidParameter) {
 
 class TwoLines : public ::testing::Test {
  protected:
+  void SetUp() override {
+    if (test::NeedsCompanion(value_)) return;
+    test::GuardedBuffer<wchar_t> out(first_.size() + 1);
+    std::size_t count = kBefore;
+    EXPECT_EQ(StringWide(L"K", out.data(), out.capacity(), value_.c_str(), &count), 1);
+    EXPECT_EQ(out.text(), first_);
+    EXPECT_EQ(count, first_.size());
+    GTEST_SKIP() << "the code page is UTF-8 itself: there is one line";
+  }
+
   // A value whose UTF-8 bytes survive the way through both code pages.
   const std::wstring value_ = L"x\u20ACx";
   const std::wstring first_ = L"K=x\u20ACx\n";
@@ -299,14 +310,14 @@ TEST(Buffer, AWholeFileReadsBack) {
     used += count;
   };
   add(SectionWide(L"S", text, 1000, &count));
-  add(StringWide(L"Text", text + used, 1000 - used, L"x\u20ACx", &count));
+  add(StringWide(L"Text", text + used, 1000 - used, L"x\u00E4x", &count));
   add(IntWide(L"Int", text + used, 1000 - used, -5, &count));
   add(DoubleWide(L"Double", text + used, 1000 - used, 0.125, &count));
   ASSERT_EQ(used, std::wcslen(text));
   const settings::File file(test::Ansi(text));
   wchar_t back[64];
   test::Export<decltype(ZERA_TOOLS_READ_STRING_UC)>(1050)(L"S", L"Text", file.wide(), L"", back, 64);
-  EXPECT_STREQ(back, L"x\u20ACx");
+  EXPECT_STREQ(back, L"x\u00E4x");
   EXPECT_EQ(test::Export<decltype(ZERA_TOOLS_READ_INT_UC)>(1051)(L"S", L"Int", file.wide(), 0, -9, 9), -5);
   EXPECT_EQ(test::Export<decltype(ZERA_TOOLS_READ_DOUBLE_UC)>(1053)(L"S", L"Double", file.wide(), 0, -9, 9),
             0.125);

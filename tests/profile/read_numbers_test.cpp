@@ -13,6 +13,7 @@
 
 #include "NumericLocale.h"
 #include "Settings.h"
+#include "support/CodePage.h"
 #include "support/Library.h"
 
 using settings::Calls;
@@ -327,9 +328,9 @@ TEST_F(ReadNumbers, FailingPlatformGivesTheDefault) {
   ExpectStored(Float, -5.5f, 0.0f, 9.0f, -5.5f, "failing");
 }
 
-// Section and key in the code page, with a trail byte that looks like a backslash in Japanese text.
+// Section and key in the code page, with a trail byte that looks like a backslash where there is one.
 TEST_F(ReadNumbers, NamesInTheCodePage) {
-  const std::string name = ::GetACP() == 932 ? "\x83\x5C\x83\x5C" : "Pr\xFC\x66ung";
+  const std::string name = test::Local().bytes;
   const std::wstring wide = test::Wide(name);
   file_.Put("[" + name + "]\r\n" + name + "=12\r\n");
   EXPECT_EQ(Int.plain(name.c_str(), name.c_str(), file_.plain(), 0, 0, 99), 12);

@@ -42,6 +42,11 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "the ANSI code page is %u, the test wants %s\n", ::GetACP(), page);
     return 125;
   }
+  // Wine takes the zone of its platform functions from the variable TZ, as names like Europe/Berlin, before
+  // the program runs. It hands the variable on, and the C runtime would read it in a form of its own
+  // ("CET-1CEST", with the changes of one country for all). On Windows it is not set, and the runtime asks
+  // the platform.
+  if (test::WineVersion()) ::_putenv("TZ=");
   ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
   if (::IsDebuggerPresent()) {
     // There from the start, for breakpoints in it.

@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "support/CodePage.h"
 #include "support/TempFolder.h"
 
 namespace {
@@ -74,7 +75,9 @@ TEST(ZeraSettingsText, KeepsEveryLetter) {
   const std::wstring name = L"\u0141ukasz \u039b\u03ac\u03bc";
   EXPECT_TRUE(user.set(L"Name", name));
   EXPECT_EQ(name, user.get(L"Name", L""));
-  EXPECT_EQ(L"", user.get(L"Name", L"", 5)) << "a companion that does not fit is not cut";
+  if (test::NeedsCompanion(name)) {
+    EXPECT_EQ(L"", user.get(L"Name", L"", 5)) << "a companion that does not fit is not cut";
+  }
 }
 
 template <class Char>
@@ -101,7 +104,9 @@ TEST(ZeraSettingsText, HasRoomForCompanionsAndTheLongestNumber) {
   text.set(L"K", value).set(L"D", -1.7976931348623157e308);
   const std::wstring first = L"K=" + value + L"\n";
   EXPECT_EQ(first, text.str().substr(0, first.size()));
-  EXPECT_EQ(L"K_utf8=", text.str().substr(first.size(), 7));
+  if (test::NeedsCompanion(value)) {
+    EXPECT_EQ(L"K_utf8=", text.str().substr(first.size(), 7));
+  }
   EXPECT_EQ(L".0000000000\n", text.str().substr(text.str().size() - 12));
 }
 

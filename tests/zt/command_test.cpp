@@ -9,6 +9,7 @@
 #include <winioctl.h>
 
 #include "Zt.h"
+#include "support/CodePage.h"
 #include "support/StartProcess.h"
 #include "support/TempFolder.h"
 
@@ -71,12 +72,27 @@ TEST(ZtText, AnyTextComesThrough) {
   EXPECT_RESULT(0, L"\r\n", Args{L"text", L"from-utf8", L""});
 }
 
+std::wstring Hex(const std::string& bytes) {
+  std::wstring text;
+  for (const char byte : bytes) {
+    constexpr wchar_t kDigits[] = L"0123456789ABCDEF";
+    const auto number = static_cast<unsigned char>(byte);
+    if (!text.empty()) text += L' ';
+    text += {kDigits[number / 16], kDigits[number % 16]};
+  }
+  return text;
+}
+
 TEST(ZtText, CodePage) {
-  const bool japanese = ::GetACP() == 932;
-  EXPECT_RESULT(0, japanese ? L"93 FA\r\n" : L"3F\r\n", Args{L"text", L"to-ansi", L"\u65E5"});
-  EXPECT_RESULT(0, japanese ? L"E6 97 A5\r\n" : L"E2 80 9C C3 BA\r\n",
-                Args{L"text", L"ansi-to-utf8", L"93FA"});
-  EXPECT_RESULT(0, japanese ? L"93 FA\r\n" : L"3F\r\n", Args{L"text", L"utf8-to-ansi", L"E6 97 A5"});
+  const test::LocalText& local = test::Local();
+  const std::wstring ansi = Hex(local.bytes), utf8 = Hex(local.utf8);
+  EXPECT_RESULT(0, ansi + L"\r\n", Args{L"text", L"to-ansi", local.wide});
+  EXPECT_RESULT(0, utf8 + L"\r\n", Args{L"text", L"ansi-to-utf8", ansi});
+  EXPECT_RESULT(0, ansi + L"\r\n", Args{L"text", L"utf8-to-ansi", utf8});
+  if (::GetACP() == 1252) {
+    EXPECT_RESULT(0, L"3F\r\n", Args{L"text", L"to-ansi", L"\u65E5"});
+    EXPECT_RESULT(0, L"3F\r\n", Args{L"text", L"utf8-to-ansi", L"E6 97 A5"});
+  }
   EXPECT_RESULT(0, L"25\u00B0C \u00B5\r\n", Args{L"text", L"from-latin", L"32 35 B0 43 20 B5"});
 }
 
