@@ -15,7 +15,7 @@
 set -euo pipefail
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 usage() {
-  sed -n '3,10s/^# \{0,1\}//p' "${BASH_SOURCE[0]}" >&2
+  sed -n '3,12s/^# \{0,1\}//p' "${BASH_SOURCE[0]}" >&2
   exit 2
 }
 fail() {
