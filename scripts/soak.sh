@@ -15,8 +15,9 @@ if ! [[ $minutes =~ ^[0-9]+$ ]]; then
   exit 2
 fi
 
-# Test programs of many rounds, which make all of them here.
+# Test programs of many rounds (tests/support/Rounds.h), and the most that each makes in a turn.
 load=(load_test)
+rounds=2000
 fuzz_seconds=10
 # The fault harness is whole after so many turns, the random calls have been a million after fifty.
 fault_parts=24
@@ -33,7 +34,8 @@ tests/isolation.sh "$top"
 trap wine_stop EXIT
 rm -rf build/soak
 mkdir -p build/soak
-unset ZERA_TEST_ROUNDS
+: >build/soak/all.log
+export ZERA_TEST_ROUNDS=$rounds
 
 failed=0
 # run NAME COMMAND ...: adds its figures to those of all turns.
@@ -50,6 +52,7 @@ run() {
 }
 program() { scripts/wine-run.sh "build/release/bin/$1.exe" --gtest_brief=1 "${@:2}"; }
 
+SECONDS=0
 seed=${ZERA_SOAK_SEED:-$((RANDOM * 32768 + RANDOM))}
 echo "Soaking for $minutes minutes, seed $seed ..."
 for ((turn = 1; SECONDS < minutes * 60 || turn == 1; ++turn)); do

@@ -30,11 +30,12 @@ constexpr unsigned kNone = ~0u;
 // An option of the command line, else of the environment.
 unsigned Option(const char* option, const char* variable, unsigned otherwise) {
   const std::size_t length = std::strlen(option);
-  const char* value = std::getenv(variable);
+  const char* const set = std::getenv(variable);
+  std::string value = set ? set : "";
   for (const std::string& argument : ::testing::internal::GetArgvs()) {
-    if (argument.compare(0, length, option) == 0) value = argument.c_str() + length;
+    if (argument.compare(0, length, option) == 0) value = argument.substr(length);
   }
-  return value ? static_cast<unsigned>(std::strtoul(value, nullptr, 10)) : otherwise;
+  return value.empty() ? otherwise : static_cast<unsigned>(std::strtoul(value.c_str(), nullptr, 10));
 }
 
 // What is going on, for the report of a crash.
