@@ -78,7 +78,8 @@ void AddTexts(Calls& calls) {
     const Char* const key = Name<Char>(arguments, 'k');
     const Char* const file = Settings<Char>(arguments);
     const Char* const otherwise = arguments.TextOrNull<Char>();
-    const auto out = arguments.Room<Char>(1);
+    // Wine itself writes before a list's buffer that has room for one character.
+    const auto out = arguments.Room<Char>(section && key ? 1 : 2);
     Bound<void(const Char*, const Char*, const Char*, const Char*, Char*, std::size_t)>(Twin<Char>(50))(
         section, key, file, otherwise, out, out.capacity);
     return std::string(out.Terminated() ? "" : "no terminator");
