@@ -16,7 +16,7 @@ if ! [[ $minutes =~ ^[0-9]+$ ]]; then
 fi
 
 # Test programs of many rounds (tests/support/Rounds.h), and the most that each makes in a turn.
-load=(load_test)
+load=(load_processes_test load_test load_threads_test load_walks_test)
 rounds=2000
 fuzz_seconds=10
 # The fault harness is whole after so many turns, the random calls have been a million after fifty.
