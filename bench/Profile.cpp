@@ -34,7 +34,7 @@ struct Call {
 
 std::vector<Import> imports;
 // The calls that have not come back: a function of the platform may call the library again.
-Call open[64];
+Call unfinished[64];
 std::size_t depth;
 double outside;
 
@@ -91,15 +91,15 @@ void ShowProfile(const std::string& operation, double nanoseconds, int calls) {
 
 void* ProfileBegin(std::uintptr_t number, void* caller) {
   using namespace bench;
-  if (depth == std::size(open)) std::abort();
-  open[depth++] = {number, caller, Nanoseconds()};
+  if (depth == std::size(unfinished)) std::abort();
+  unfinished[depth++] = {number, caller, Nanoseconds()};
   return imports[number].function;
 }
 
 void* ProfileEnd() {
   using namespace bench;
   const double end = Nanoseconds();
-  const Call& call = open[--depth];
+  const Call& call = unfinished[--depth];
   Import& one = imports[call.number];
   ++one.calls;
   one.taken += end - call.start;

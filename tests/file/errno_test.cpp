@@ -78,9 +78,10 @@ TYPED_TEST(ErrorNumber, NoneWithEveryComponentAtItsLimit) {
                                                             {kGetExt, extension},
                                                             {kGetDriveDir, Api::From("C:") + directory},
                                                             {kGetNameExt, name + extension}};
-  for (const auto& [member, expected] : rows) {
+  for (const auto& row : rows) {
+    const PathMember member = row.first;
     EXPECT_EQ(ErrorOf([&] { Api::Get(member, path.c_str(), out, 800); }), kUntouched) << member;
-    EXPECT_EQ(typename Api::Text(out), expected) << member;
+    EXPECT_EQ(typename Api::Text(out), row.second) << member;
   }
   for (const PathMember member : {kReplaceNameExt, kReplaceDriveDir}) {
     std::char_traits<TypeParam>::copy(out, path.c_str(), path.size() + 1);

@@ -1,29 +1,47 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# The second compiler, for the same target: it compiles the product, examples and measurements, and reads the
-# tests, without a warning.  second-compiler.sh TOP BUILD
+# The second compiler, for the same target: it compiles the product and reads tests, examples and measurements,
+# without a warning.  second-compiler.sh TOP BUILD [full]
+# The short form reads the largest headers once for all, instances of their templates included. The full one reads
+# each source by itself, as a build with that compiler would, makes code of all, and optimises the library's.
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+full=${3:-}
 work=$(mktemp -d "$build/second-compiler.XXXXXX")
 trap 'rm -rf "$work"' EXIT
 failed=0
 # The framework's objects have members that only hosts read.
-also=(-Werror -Wno-unused-private-field)
+flags=("${product_flags[@]}" -Werror -Wno-unused-private-field)
+
+# each ARGUMENT ...: the compiler, with `flags` and these, for every source whose name comes in.
+each() { nice -n 5 xargs -0 -P "$jobs" -I{} clang++ "${flags[@]}" "$@" {} || failed=1; }
+
+# once NAME HEADER ...: compiles the headers; `headers` then says to use them.
+once() {
+  local name=$1
+  shift
+  headers=()
+  [ -z "$full" ] || return 0
+  printf '#include <%s>\n' "$@" >"$work/$name.h"
+  clang++ "${flags[@]}" -Xclang -fpch-instantiate-templates -x c++-header "$work/$name.h" -o "$work/$name.pch"
+  headers=(-include-pch "$work/$name.pch")
+}
 
 # Code is made for these: what only its making shows (frames, alignment, inline assembly) is seen as well.
-find src -name '*.cpp' -print0 | sort -z | nice -n 5 xargs -0 -P "$jobs" -I{} \
-  clang++ "${product_flags[@]}" "${also[@]}" -O1 -c {} -o /dev/null || failed=1
-echo "compiled: $(find src -name '*.cpp' | wc -l) sources of the library"
+flags+=("-O${full:+2}")
+find src -name '*.cpp' -print0 | sort -z >"$work/product"
+once product windows.h algorithm string string_view
+each "${headers[@]}" -c -o /dev/null <"$work/product"
+echo "compiled: $(tr -cd '\0' <"$work/product" | wc -c) sources of the library"
 
-# The tests' largest headers are read once.
-test_flags=("${product_flags[@]}" "${also[@]}" -I "$top/tests" -I "$top/examples/zt" -I "$build/tests/frame"
-  -DZERATOOLS_MAJOR=1 -DZERATOOLS_MINOR=0 -DZERATOOLS_PATCH=0 '-DZT_VERSION="1.0.0"'
-  -isystem /usr/src/googletest/googletest/include)
-printf '#include <gtest/gtest.h>\n#include <windows.h>\n' >"$work/all.h"
-clang++ "${test_flags[@]}" -x c++-header "$work/all.h" -o "$work/all.h.pch"
-find tests docs/snippets examples bench -name '*.cpp' ! -path 'tests/fuzz/*' ! -path 'tests/msabi/*' ! -path 'tests/header/*' \
-  -print0 | sort -z >"$work/list"
-nice -n 5 xargs -0 -P "$jobs" -I{} clang++ "${test_flags[@]}" -include-pch "$work/all.h.pch" -fsyntax-only {} \
-  <"$work/list" || failed=1
-echo "read: $(tr -cd '\0' <"$work/list" | wc -c) sources of tests, examples and measurements"
+flags+=(-O0 -I "$top/tests" -I "$top/examples/zt" -I "$build/tests/frame" -isystem /usr/src/googletest/googletest/include
+  -DZERATOOLS_MAJOR=1 -DZERATOOLS_MINOR=0 -DZERATOOLS_PATCH=0 '-DZERATOOLS_VERSION="1.0.0"' '-DZT_VERSION="1.0.0"')
+# Not here: what is compiled for this machine or for Microsoft's target has tests of its own.
+find tests docs/snippets examples bench -name '*.cpp' ! -path 'tests/fuzz/*' ! -path 'tests/msabi/*' \
+  ! -path 'tests/header/*' -print0 | sort -z >"$work/tests"
+once tests gtest/gtest.h windows.h algorithm functional map memory random set string thread vector
+making=(-fsyntax-only) how=read
+if [ -n "$full" ]; then making=(-c -o /dev/null) how=compiled; fi
+each "${headers[@]}" "${making[@]}" <"$work/tests"
+echo "$how: $(tr -cd '\0' <"$work/tests" | wc -c) sources of tests, examples and measurements"
 exit $failed
