@@ -16,6 +16,7 @@ declare -A groups=(
     cargo?libstd-rust-dev-windows libstd-rust-dev-windows?libstd-rust-dev-windows rustc?libstd-rust-dev-windows"
   [bench]="@demo gnuplot-nox"
   [debug]="@demo gdb-mingw-w64"
+  [coverage]="@test gcovr"
 )
 
 declare -A wanted=() wanted_with=()
@@ -44,7 +45,7 @@ declare -A program_of=(
   [cargo]=cargo [cmake]=cmake [ninja-build]=ninja [g++-mingw-w64-x86-64-posix]=x86_64-w64-mingw32-g++ [wine]=wine
   [clang-tidy]=clang-tidy [cppcheck]=cppcheck
   [doxygen]=doxygen [llvm]=llvm-dlltool [zip]=zip [clang]=clang [lld]=lld-link [node-typescript]=tsc [npm]=npm [pkgconf]=pkg-config
-  [make]=make [meson]=meson [unzip]=unzip [gnuplot-nox]=gnuplot [gdb-mingw-w64]=x86_64-w64-mingw32-gdb
+  [make]=make [meson]=meson [unzip]=unzip [gcovr]=gcovr [gnuplot-nox]=gnuplot [gdb-mingw-w64]=x86_64-w64-mingw32-gdb
 )
 debian=
 if command -v apt-get >/dev/null && command -v dpkg-query >/dev/null; then debian=1; fi

@@ -74,5 +74,39 @@ program apt-cache 'printf "%s:\n  Installed: (none)\n  Candidate: 1.63.0\n" "$2"
 expect 1 'recommends cargo libstd-rust-dev-windows rustc wine' setup test
 
 expect 2 'no group "gui"' setup gui
+# What measures the tests says what it takes, and refuses anything else before it builds.
+cp -r "$top/src" "$top/tests" "$work/clone/"
+expect 0 'coverage.sh --report' "$work/clone/scripts/coverage.sh" --help
+expect 2 '--report stands alone' "$work/clone/scripts/coverage.sh" --report path_test
+expect 0 'mutate.sh [--seed N] [--count N] [FILE ...]' "$work/clone/scripts/mutate.sh" --help
+expect 2 '--seed wants a whole number' "$work/clone/scripts/mutate.sh" --seed -3
+expect 2 'no option --files' "$work/clone/scripts/mutate.sh" --files src/file/Path.h
+expect 2 'tests/isolation.sh is no source' "$work/clone/scripts/mutate.sh" tests/isolation.sh
+
+# The changes it may make: in code, not in texts, comments or what the preprocessor reads.
+cat >"$work/Sample.cpp" <<'SOURCE'
+#include "a < b.h"
+// a < b
+int Sample(int a, int b) {
+  if (a < b) return 0;  // b < a
+  Call("a < b");
+}
+SOURCE
+if ! awk -f "$top/tests/mutations/mutants.awk" "$work/Sample.cpp" | cut -f 2,4 | diff - <(printf '%s\n' \
+    $'4\t  if (a <= b) return 0;  // b < a' $'4\t  if (a < b) return 1;  // b < a' \
+    $'4\t  if (!(a < b)) return 0;  // b < a' $'4\t  if (false) return 0;  // b < a' \
+    $'4\t  if (a < b) {}' $'5\t  ;'); then
+  echo "FAILED: these are not the sample's changes" >&2
+  failed=1
+fi
+# Each source has tests that judge it.
+while IFS= read -r source; do
+  if ! awk -v name="$source" '!/^#/ && index(name, $1) == 1 { found = 1 } END { exit !found }' \
+      "$top/tests/mutations/tests.txt"; then
+    echo "FAILED: tests/mutations/tests.txt has no test for $source" >&2
+    failed=1
+  fi
+done < <(cd "$top" && find src \( -name '*.cpp' -o -name '*.h' \) ! -path 'src/time/*')
+
 rm -rf "$work"
 exit $failed
