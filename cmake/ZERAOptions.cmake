@@ -17,6 +17,7 @@ target_link_libraries(zera-product INTERFACE zera-options)
 # The compiler's counters, in the library's own sources alone. Whatever links its objects needs their runtime.
 option(ZERA_COVERAGE "Count which lines and branches of the library are reached" OFF)
 if(ZERA_COVERAGE)
-  target_compile_options(zera-product INTERFACE $<$<COMPILE_LANGUAGE:CXX>:--coverage -fprofile-update=atomic>)
+  set(ZERA_COVERAGE_OPTIONS $<$<COMPILE_LANGUAGE:CXX>:--coverage> $<$<COMPILE_LANGUAGE:CXX>:-fprofile-update=atomic>)
+  target_compile_options(zera-product INTERFACE ${ZERA_COVERAGE_OPTIONS})
   target_link_libraries(zera-options INTERFACE gcov)
 endif()

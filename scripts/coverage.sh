@@ -25,7 +25,7 @@ folder=build/coverage failed=0
 left_out='^(binary_test|load_test|stress_test)'
 
 if [ "${1:-}" != --report ]; then
-  if [ $# -eq 0 ]; then set -- -R '_test(-[0-9]+)?$'; fi
+  if [ $# -eq 0 ]; then set -- -R '_test(-[0-9]+)?$|^msabi'; fi
   echo "Building (log: $folder.log) ..."
   cmake --preset coverage >$folder.log 2>&1 || { cat $folder.log >&2; exit 1; }
   mapfile -t programs < <(ctest --preset coverage -N -V -E "$left_out" "$@" |
@@ -41,7 +41,7 @@ if [ "${1:-}" != --report ]; then
   above=${top//[!\/]/}/
   export GCOV_PREFIX=X: GCOV_PREFIX_STRIP=${#above}
   trap wine_stop EXIT
-  # One after another: they would write the same counters.
+  # One after another: they write the same counters.
   ctest --preset coverage -E "$left_out" "$@" || failed=1
 fi
 if [ -z "$(find $folder/src -name '*.gcda' -print -quit)" ]; then
@@ -52,7 +52,7 @@ fi
 mkdir -p $folder/report
 gcovr --gcov-executable x86_64-w64-mingw32-gcov-posix --root . --filter src/ --exclude-throw-branches \
   --exclude-unreachable-branches --print-summary --txt $folder/report/lines.txt \
-  --html-details $folder/report/index.html $folder/src >$folder/report/summary.txt
+  --html-details $folder/report/index.html $folder/src $folder/tests >$folder/report/summary.txt
 cat $folder/report/summary.txt
 echo "page: $folder/report/index.html"
 

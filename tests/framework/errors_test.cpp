@@ -181,4 +181,62 @@ TEST(Errors, ObjectsThatStandReadyAreNotDeleted) {
   }
 }
 
+// What the framework documents for a platform's number; hosts branch on the cause.
+TEST(Errors, PlatformNumbersBecomeCauses) {
+  const struct {
+    DWORD number;
+    int cause;
+  } rows[] = {
+      {NO_ERROR, 0},
+      {0x12345, 1},
+      {ERROR_FILE_NOT_FOUND, 2},
+      {ERROR_NO_MORE_FILES, 2},
+      {ERROR_PATH_NOT_FOUND, 3},
+      {ERROR_INVALID_DRIVE, 3},
+      {ERROR_BAD_NETPATH, 3},
+      {ERROR_INVALID_NAME, 3},
+      {ERROR_TOO_MANY_OPEN_FILES, 4},
+      {ERROR_ACCESS_DENIED, 5},
+      {ERROR_WRITE_PROTECT, 5},
+      {ERROR_FILE_EXISTS, 5},
+      {ERROR_INVALID_HANDLE, 6},
+      {ERROR_CURRENT_DIRECTORY, 7},
+      {ERROR_CANNOT_MAKE, 8},
+      {ERROR_SEEK, 9},
+      {ERROR_NEGATIVE_SEEK, 9},
+      {ERROR_CRC, 10},
+      {ERROR_WRITE_FAULT, 10},
+      {ERROR_SHARING_VIOLATION, 11},
+      {ERROR_LOCK_VIOLATION, 12},
+      {ERROR_DISK_FULL, 13},
+      {ERROR_HANDLE_DISK_FULL, 13},
+      {ERROR_HANDLE_EOF, 14},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(CFileException::OsErrorToException(static_cast<LONG>(row.number)), row.cause) << row.number;
+  }
+}
+
+// A class's record is its own, and those of its bases are found through it.
+TEST(Errors, ClassRecordsLeadToTheirBases) {
+  const CFileException file(CFileException::diskFull, ERROR_DISK_FULL, nullptr);
+  const CMemoryException memory;
+  const CRuntimeClass* const fileClass = file.GetRuntimeClass();
+  const CRuntimeClass* const memoryClass = memory.GetRuntimeClass();
+  EXPECT_STREQ(fileClass->m_lpszClassName, "CFileException");
+  EXPECT_STREQ(memoryClass->m_lpszClassName, "CMemoryException");
+  EXPECT_TRUE(file.IsKindOf(fileClass));
+  EXPECT_FALSE(file.IsKindOf(memoryClass));
+  EXPECT_FALSE(memory.IsKindOf(fileClass));
+  const CRuntimeClass* const base = fileClass->m_pfnGetBaseClass();
+  EXPECT_STREQ(base->m_lpszClassName, "CException");
+  EXPECT_TRUE(file.IsKindOf(base));
+  EXPECT_TRUE(memory.IsKindOf(base));
+  const CRuntimeClass* const simple = memoryClass->m_pfnGetBaseClass();
+  EXPECT_STREQ(simple->m_lpszClassName, "CSimpleException");
+  EXPECT_TRUE(memory.IsKindOf(simple));
+  EXPECT_FALSE(file.IsKindOf(simple));
+  EXPECT_FALSE(file.IsKindOf(nullptr));
+}
+
 }  // namespace
