@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <algorithm>
+
 #include "support/Wine.h"
 
 namespace kit {
@@ -55,9 +57,11 @@ std::string DescribeMachine() {
   text += L", " + Registry(kWindows, L"ProductName") + L" " + Registry(kWindows, L"DisplayVersion");
   if (const char* const wine = test::WineVersion())
     text += L" (Wine " + std::wstring(wine, wine + strlen(wine)) + L")";
+  // A machine that does not tell about its processors (Wine where /sys is missing) has one at least.
+  const std::wstring name = Registry(kProcessor, L"ProcessorNameString");
+  const DWORD count = std::max<DWORD>(1, ::GetActiveProcessorCount(ALL_PROCESSOR_GROUPS));
   text += L"\r\nCode page: " + std::to_wstring(::GetACP()) + L"\r\nProcessor: " +
-          Registry(kProcessor, L"ProcessorNameString") + L", " +
-          std::to_wstring(::GetActiveProcessorCount(ALL_PROCESSOR_GROUPS)) + L" at once\r\n";
+          (name.empty() ? L"unknown" : name) + L", " + std::to_wstring(count) + L" at once\r\n";
   return Utf8(text);
 }
 

@@ -65,8 +65,15 @@ refuses 'Drive X: cannot be made' /y
 [ ! -L "$drive_x" ] || fail "a drive X: that shows nothing was left behind"
 show_as_x "$kit"
 
-# Not as an administrator, which every user of Wine looks like; not without a key.
-ZERA_TEST_ELEVATION=1 refuses "administrator's" /y
+# Not as an administrator, as which Wine 8 shows every user and Wine 10 none (Windows asks who it is); not without a
+# key.
+if [[ $(wine --version) =~ ^wine-[1-9][0-9] ]]; then
+  if ZERA_TEST_ELEVATION=1 run /y no_such_test; then fail "nothing was run, and that was success"; fi
+  says "$said" '^0 passed, 0 failed$'
+  rm "$kit/report.txt"
+else
+  ZERA_TEST_ELEVATION=1 refuses "administrator's" /y
+fi
 refuses 'Press a key' </dev/null
 printf '\e' | refuses 'Press a key'
 clean 'nothing was run'
