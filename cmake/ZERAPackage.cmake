@@ -92,6 +92,9 @@ if(ZERA_DOXYGEN)
       > "${zera_reference}/exports.json"
     ${zera_prepare_pages}
     COMMAND ${ZERA_DOXYGEN} "${zera_reference}/Doxyfile" > "${zera_reference}/doxygen.log"
+    # Anchors that nothing leads to. They hold the build's path where that has letters beyond ASCII.
+    COMMAND find "${zera_reference}/html" -name "*.html" -exec sed -i
+      "s|<a class=\"anchor\" id=\"md_[^\"]*\"></a>||" "{}" +
     # Pages that nothing leads to, named after the folders of the build.
     COMMAND find "${zera_reference}/html" -name "dir_*" -delete
     # Its own style sheet, scripts and pictures, which our pages do without.
