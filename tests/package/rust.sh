@@ -11,7 +11,8 @@ target=x86_64-pc-windows-gnu
 # The first compiler that has the target's library: one of the user's own, before the system's, may have none.
 compiler=
 while IFS= read -r found; do
-  if [ -d "$("$found" --print sysroot)/lib/rustlib/$target/lib" ]; then
+  sysroot=$("$found" --print sysroot 2>/dev/null) || continue
+  if [ -d "$sysroot/lib/rustlib/$target/lib" ]; then
     compiler=$found
     break
   fi
