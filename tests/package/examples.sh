@@ -69,13 +69,16 @@ zoom: 8.0") >&2 || fail "a start speaks another language, or zooms too far"
     expect_universal
     ;;
   meson)
-    # As its comment says, in the example's own folder.
-    mkdir "$work/examples"
-    sed -n 's/^#   //p' "$package/examples/c/meson.build" | head -4 >"$work/lines.sh"
-    cp -r "$package/examples/c" "$work/examples/"
-    cp -r "$package/bin" "$package/include" "$package/lib" "$work/"
-    (cd "$work/examples/c" && bash -eu "$work/lines.sh") >"$work.log" 2>&1 || { cat "$work.log" >&2; fail "the example does not build"; }
-    mv "$work"/examples/c/build/{host.exe,ZERATools.dll} "$work/"
+    # As its comment says, in the example's own folder. It lies where no path has letters beyond ASCII: Debian's
+    # pkg-config writes them so that Meson cannot read them.
+    plain=$(mktemp -d)
+    trap 'rm -rf "$plain"' EXIT
+    mkdir "$plain/examples"
+    sed -n 's/^#   //p' "$package/examples/c/meson.build" | head -4 >"$plain/lines.sh"
+    cp -r "$package/examples/c" "$plain/examples/"
+    cp -r "$package/bin" "$package/include" "$package/lib" "$plain/"
+    (cd "$plain/examples/c" && bash -eu "$plain/lines.sh") >"$work.log" 2>&1 || { cat "$work.log" >&2; fail "the example does not build"; }
+    mv "$plain"/examples/c/build/{host.exe,ZERATools.dll} "$work/"
     expect_c
     expect_universal
     ;;
