@@ -291,19 +291,20 @@ TEST_P(Saving, NobodyElseOpensItMeanwhile) {
 TEST_P(Saving, FailedOrShortWriteAndFailedCloseAreReported) {
   const std::pair<char, Answer::What> faults[] = {
       {'W', Answer::kFail}, {'W', Answer::kDoFail}, {'W', Answer::kPretend}, {'C', Answer::kDoFail}};
-  for (const auto& [kind, what] : faults) {
+  for (const auto& fault : faults) {
     for (int round = 0; round < 2; ++round) {
       test::WriteBytes(path, "of before");
       const DWORD handles = test::OpenHandles();
       {
-        const CallLog log([kind = kind, what = what](const Call& call) { return FailAll(call, kind, what); });
+        const CallLog log([&](const Call& call) { return FailAll(call, fault.first, fault.second); });
         const test::HeapWatch heap;
         EXPECT_EQ(api.FromBuffer(path, Data(bytes), bytes.size()), 0);
         EXPECT_TRUE(round == 0 || heap.Outstanding() == 0);
         EXPECT_EQ(log.Sequence("OWC"), "OWC");
       }
       EXPECT_EQ(test::OpenHandles(), handles);
-      EXPECT_EQ(test::ReadBytes(path), what == Answer::kDoFail ? bytes : "") << "what was written stays";
+      EXPECT_EQ(test::ReadBytes(path), fault.second == Answer::kDoFail ? bytes : "")
+          << "what was written stays";
     }
   }
 }
