@@ -79,6 +79,13 @@ if(ZERA_DOXYGEN)
   endforeach()
   file(MAKE_DIRECTORY "${zera_reference}/pages")
   configure_file(docs/Doxyfile.in "${zera_reference}/Doxyfile" @ONLY)
+  # What the tool calls its list of groups, and the list's page.
+  execute_process(COMMAND ${ZERA_DOXYGEN} --version OUTPUT_VARIABLE ZERA_DOXYGEN_VERSION)
+  set(ZERA_SUBJECTS modules)
+  if(ZERA_DOXYGEN_VERSION VERSION_GREATER_EQUAL 1.9.8)
+    set(ZERA_SUBJECTS topics)
+  endif()
+  configure_file(docs/layout.xml "${zera_reference}/layout.xml" @ONLY)
   add_custom_command(OUTPUT "${zera_reference}/html/index.html"
     COMMAND ${CMAKE_COMMAND} -E rm -rf "${zera_reference}/html"
     COMMAND awk -v "folder=${PROJECT_SOURCE_DIR}/docs/snippets" -f "${PROJECT_SOURCE_DIR}/docs/plain.awk"
@@ -92,6 +99,9 @@ if(ZERA_DOXYGEN)
       > "${zera_reference}/exports.json"
     ${zera_prepare_pages}
     COMMAND ${ZERA_DOXYGEN} "${zera_reference}/Doxyfile" > "${zera_reference}/doxygen.log"
+    # Links lead to one name.
+    COMMAND sh -c "cd \"$1\" && if [ -e topics.html ]; then mv topics.html modules.html && sed -i s/topics.html/modules.html/g *.html; fi"
+      - "${zera_reference}/html"
     # Anchors that nothing leads to. They hold the build's path where that has letters beyond ASCII.
     COMMAND find "${zera_reference}/html" -name "*.html" -exec sed -i
       "s|<a class=\"anchor\" id=\"md_[^\"]*\"></a>||" "{}" +
