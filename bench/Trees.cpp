@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Whole directories: beside loops that make the same calls, and std::filesystem.
+#include <ctime>
 #include <filesystem>
 
 #include "Bare.h"
@@ -74,12 +75,10 @@ void PruneTree(const std::wstring& folder, long long ageSeconds) {
     WIN32_FILE_ATTRIBUTE_DATA data;
     wchar_t full[MAX_PATH];
     if (!bare::Status(path.c_str(), data, full)) return false;
-    FILETIME now;
-    ::GetSystemTimeAsFileTime(&now);
-    const auto ticks = [](FILETIME time) {
-      return static_cast<long long>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
-    };
-    return (ticks(now) - ticks(data.ftCreationTime)) / 10'000'000 > ageSeconds;
+    const long long created =
+        static_cast<long long>(data.ftCreationTime.dwHighDateTime) << 32 | data.ftCreationTime.dwLowDateTime;
+    constexpr long long kSecondsTo1970 = 11'644'473'600;
+    return ::_time64(nullptr) - (created / 10'000'000 - kSecondsTo1970) > ageSeconds;
   };
   Walk(
       folder,

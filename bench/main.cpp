@@ -114,8 +114,8 @@ void Measure(const char* family, const std::string& operation, std::size_t size,
   const Way* const ways[] = {&ours, &bare, &plain};
   const double batch = ByMode(5e4, 1e6, 2e6);
   // As many turns as the time allows, for slow operations a few.
-  const double budget = ByMode(1e5, 1.5e8, 3e8);
-  const int most = ByMode(2, 60, 100);
+  const double budget = ByMode(1e5, 5e8, 5e8);
+  const int most = ByMode(2, 150, 150);
   Times times[3];
   double slowest = 0;
   for (int i = 0; i < 3; ++i) {
@@ -124,7 +124,7 @@ void Measure(const char* family, const std::string& operation, std::size_t size,
     times[i].calls = CallsOfABatch(*ways[i], batch, one);
     slowest = std::max(slowest, one);
   }
-  const int least = slowest > 2e9 ? 2 : slowest > 2e8 ? ByMode(2, 3, 4) : ByMode(2, 5, 7);
+  const int least = slowest > 2e9 ? 2 : slowest > 2e8 ? ByMode(2, 4, 4) : ByMode(2, 15, 15);
   const double start = Nanoseconds();
   for (int turn = 0; turn < least || (turn < most && Nanoseconds() - start < budget); ++turn) {
     for (int i = 0; i < 3; ++i) {
