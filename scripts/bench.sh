@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Measures the library and says which of its figures are met:
-#   scripts/bench.sh                 all ratios, growth to moderate sizes; about five minutes on an idle machine
+#   scripts/bench.sh                 all ratios, growth to moderate sizes; about ten minutes on an idle machine
 #   scripts/bench.sh --full          growth to the large sizes too (files of 1 GiB, trees of 100,000 files); an hour
 #   scripts/bench.sh --quick         whether it works at all, in seconds; the numbers mean nothing
 #   scripts/bench.sh ... --update-docs   puts the run's table and pictures into docs/
