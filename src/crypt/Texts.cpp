@@ -80,8 +80,8 @@ int EncryptToBuffer(const char* passPhrase, int count, char* text, UINT capacity
   if (EncryptNothing(passPhrase, cipher, hex) == -1) return -1;
   const int length = cipher.GetLength();
   if (static_cast<UINT>(length) + 1 > capacity) return -1;
-  // A missing buffer runs the host's handler, which may raise an exception that runs no destructor of ours.
-  if (!text) cipher.Empty();
+  // A missing buffer runs the host's handler, which may raise an exception that runs no destructor of ours:
+  // the cipher text of no bytes is empty, and holds none of a string's storage.
   ::strcpy_s(text, capacity, cipher);
   return length;
 }
