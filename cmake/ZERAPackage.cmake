@@ -102,9 +102,8 @@ if(ZERA_DOXYGEN)
     # Links lead to one name.
     COMMAND sh -c "cd \"$1\" && if [ -e topics.html ]; then mv topics.html modules.html && sed -i s/topics.html/modules.html/g *.html; fi"
       - "${zera_reference}/html"
-    # Anchors that nothing leads to. They hold the build's path where that has letters beyond ASCII.
-    COMMAND find "${zera_reference}/html" -name "*.html" -exec sed -i
-      "s|<a class=\"anchor\" id=\"md_[^\"]*\"></a>||" "{}" +
+    COMMAND find "${zera_reference}/html" -name "*.html" -exec
+      awk -f "${PROJECT_SOURCE_DIR}/docs/anchors.awk" "{}" +
     # Pages that nothing leads to, named after the folders of the build.
     COMMAND find "${zera_reference}/html" -name "dir_*" -delete
     # Its own style sheet, scripts and pictures, which our pages do without.
