@@ -213,19 +213,19 @@ ZERATOOLS_RAISES;
 ///
 /// @param path      the path, rewritten in place
 /// @param capacity  room at `path` in characters, not bytes, terminator included
-/// @param drive     its first character, followed by a colon, becomes the drive; empty removes it
+/// @param drive     its first character, followed by a colon, becomes the drive; empty or null removes it
 /// @return 1, whatever the text
 /// @ordinal{20}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_REPLACE_DRIVE(_Inout_updates_z_(capacity) char* path, size_t capacity,
-                              _In_z_ const char* drive)
+                              _In_opt_z_ const char* drive)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_REPLACE_DRIVE, with UTF-16 text.
 /// @ordinal{1020}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_REPLACE_DRIVE_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
-                                 _In_z_ const wchar_t* drive)
+                                 _In_opt_z_ const wchar_t* drive)
 ZERATOOLS_RAISES;
 
 /// Replaces the directory; the drive stays.
@@ -234,56 +234,57 @@ ZERATOOLS_RAISES;
 ///
 /// @param path      the path, rewritten in place
 /// @param capacity  room at `path` in characters, not bytes, terminator included
-/// @param directory taken as given; a separator is added behind it if it has none
+/// @param directory taken as given; a separator is added behind it if it has none; null counts as empty
 /// @return 1, whatever the text
 /// @ordinal{21}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_REPLACE_DIR(_Inout_updates_z_(capacity) char* path, size_t capacity,
-                            _In_z_ const char* directory)
+                            _In_opt_z_ const char* directory)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_REPLACE_DIR, with UTF-16 text.
 /// @ordinal{1021}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_REPLACE_DIR_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
-                               _In_z_ const wchar_t* directory)
+                               _In_opt_z_ const wchar_t* directory)
 ZERATOOLS_RAISES;
 
 /// Replaces the file name; the extension stays.
 ///
 /// @param path      the path, rewritten in place
 /// @param capacity  room at `path` in characters, not bytes, terminator included
-/// @param name      taken as given
+/// @param name      taken as given; null counts as empty
 /// @return 1, whatever the text
 /// @ordinal{22}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_REPLACE_NAME(_Inout_updates_z_(capacity) char* path, size_t capacity, _In_z_ const char* name)
+ZERA_TOOLS_FILE_REPLACE_NAME(_Inout_updates_z_(capacity) char* path, size_t capacity,
+                             _In_opt_z_ const char* name)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_REPLACE_NAME, with UTF-16 text.
 /// @ordinal{1022}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_REPLACE_NAME_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
-                                _In_z_ const wchar_t* name)
+                                _In_opt_z_ const wchar_t* name)
 ZERATOOLS_RAISES;
 
 /// Replaces the extension.
 ///
 /// @param path      the path, rewritten in place
 /// @param capacity  room at `path` in characters, not bytes, terminator included
-/// @param extension with or without its period; empty removes the extension
+/// @param extension with or without its period; empty or null removes the extension
 /// @return 1, whatever the text
 /// @ordinal{23}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_REPLACE_EXT(_Inout_updates_z_(capacity) char* path, size_t capacity,
-                            _In_z_ const char* extension)
+                            _In_opt_z_ const char* extension)
 ZERATOOLS_RAISES;
 
 /// As #ZERA_TOOLS_FILE_REPLACE_EXT, with UTF-16 text.
 /// @ordinal{1023}
 ZERATOOLS_API(int)
 ZERA_TOOLS_FILE_REPLACE_EXT_UC(_Inout_updates_z_(capacity) wchar_t* path, size_t capacity,
-                               _In_z_ const wchar_t* extension)
+                               _In_opt_z_ const wchar_t* extension)
 ZERATOOLS_RAISES;
 
 /// Replaces file name and extension by those of another path.
@@ -807,9 +808,9 @@ ZERATOOLS_RAISES;
 /// KEPT FOR HOSTS: 1 for every walk that started, whatever single copies came to; look at the destination.
 ///
 /// @param startPath    any path inside the directory to copy
-/// @param destination  the directory to copy to, ending in a backslash; an empty one means the current
-///                     folder. One inside the directory that is copied is copied into itself, level by level,
-///                     until the path limit ends it.
+/// @param destination  the directory to copy to, ending in a backslash; an empty or null one means the
+///                     current folder. One inside the directory that is copied is copied into itself, level
+///                     by level, until the path limit ends it.
 /// @param overwrite    0 leaves files alone that are there already, anything else replaces them
 /// @return 1, or 0 if the start path was refused
 /// @exception CFileException when a file cannot be read or written to its end; what was copied stays
@@ -822,7 +823,7 @@ ZERATOOLS_RAISES;
 /// As #ZERA_TOOLS_FILE_COPY_ALL, with UTF-16 text.
 /// @ordinal{1018}
 ZERATOOLS_API(int)
-ZERA_TOOLS_FILE_COPY_ALL_UC(_In_opt_z_ const wchar_t* startPath, _In_z_ const wchar_t* destination,
+ZERA_TOOLS_FILE_COPY_ALL_UC(_In_opt_z_ const wchar_t* startPath, _In_opt_z_ const wchar_t* destination,
                             unsigned int overwrite)
 ZERATOOLS_RAISES;
 

@@ -116,7 +116,7 @@ nulls=(clang++ "-I$work" "${clang_ms[@]}" -std=c++17 -Wnonnull -Wno-uninitialize
   "-I$top/include")
 try "null where it has an answer" "${nulls[@]}" "$here/nulls.cpp"
 for call in 'ZERA_TOOLS_FILE_GET_NAME(nullptr, text, 24)' 'ZERA_TOOLS_FILE_GET_NAME("", nullptr, 24)' \
-  'ZERA_TOOLS_FILE_REPLACE_EXT(text, 24, nullptr)' 'ZERA_TOOLS_KILLPROCESS_UC(nullptr)' \
+  'ZERA_TOOLS_FILE_REPLACE_NAME_EXT(text, 24, nullptr)' 'ZERA_TOOLS_KILLPROCESS_UC(nullptr)' \
   'ZERA_TOOLS_BUFWRITE_INT("", text, 24, 1, nullptr)' 'ZERA_TOOLS_FILE_GET_VERSION_UC(L"", nullptr, 0)' \
   'ZERA_TOOLS_APPLICATION_GET_INIFILE_EX_UC(nullptr, wide, nullptr)' 'ZERA_TOOLS_DEC("", "", 1, nullptr, 1)'; do
   refuse 1 "$call" "${nulls[@]}" "-DWRONG=$call" "$here/nulls.cpp"

@@ -40,6 +40,11 @@ int host(CStringA& narrow, CStringW& wide, CArray<BYTE, const BYTE&>& bytes) {
   ZERA_TOOLS_FILE_CHECK_WRITE_UC(nullptr);
   ZERA_TOOLS_FILE_GET_VERSION(nullptr, nullptr, 0);
   ZERA_TOOLS_FILE_GET_VERSION_UC(nullptr, wideText, 24);
+  // A component that goes.
+  ZERA_TOOLS_FILE_REPLACE_DRIVE(text, 24, nullptr);
+  ZERA_TOOLS_FILE_REPLACE_DIR_UC(wideText, 24, nullptr);
+  ZERA_TOOLS_FILE_REPLACE_NAME(text, 24, nullptr);
+  ZERA_TOOLS_FILE_REPLACE_EXT_UC(wideText, 24, nullptr);
   // A refused start path, a filter that is empty, no flag.
   ZERA_TOOLS_FILE_DELETE_ALL(nullptr, nullptr);
   ZERA_TOOLS_FILE_DELETE_ALL_UC(nullptr, nullptr);
@@ -48,7 +53,7 @@ int host(CStringA& narrow, CStringW& wide, CArray<BYTE, const BYTE&>& bytes) {
   ZERA_TOOLS_FILE_DELETE_ALL_OLD_EX(nullptr, nullptr, 1);
   ZERA_TOOLS_FILE_DELETE_ALL_OLD_EX_UC(nullptr, nullptr, 1, nullptr);
   ZERA_TOOLS_FILE_COPY_ALL(nullptr, nullptr, 1);
-  ZERA_TOOLS_FILE_COPY_ALL_UC(nullptr, L"C:\\copy\\", 1);
+  ZERA_TOOLS_FILE_COPY_ALL_UC(nullptr, nullptr, 1);
   // Null names mean to the platform what they mean; a null value removes the key.
   ZERA_TOOLS_READ_STRING(nullptr, nullptr, "", nullptr, text, 24);
   ZERA_TOOLS_READ_STRING_UC(nullptr, nullptr, L"", nullptr, wideText, 24);
