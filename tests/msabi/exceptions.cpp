@@ -14,21 +14,20 @@ const wchar_t* source;
 const wchar_t* target;
 int statesDuringCall;
 
-// --- Operations that raise
+// --- Operations that raise. The platform functions that fail look at the library's state as well.
 
-BOOL FailingRead(HANDLE, void*, DWORD, DWORD*, void*) {
-  const DWORD kReadFault = 30;
-  statesDuringCall = CurrentStates();
-  SetLastError(kReadFault);
-  return 0;
-}
-void* NoMemory(size_t) {
-  statesDuringCall = CurrentStates();
-  return nullptr;
-}
-long long NoTime(void*) {
-  statesDuringCall = CurrentStates();
-  return -1;
+template <auto function>
+struct Observed;
+template <class Result, class... Arguments, Result (*function)(Arguments...)>
+struct Observed<function> {
+  static Result Call(Arguments... arguments) {
+    statesDuringCall = CurrentStates();
+    return function(arguments...);
+  }
+};
+template <auto function>
+void* Observe() {
+  return reinterpret_cast<void*>(&Observed<function>::Call);
 }
 
 void RaiseFile() {
@@ -45,7 +44,7 @@ void RaiseMemory() {
 // A file exception that cannot be made for want of memory is a memory exception, and the export that
 // catches file exceptions lets it through.
 void RaiseMemoryInsteadOfFile() {
-  const Fault fault("ReadFile", reinterpret_cast<void*>(&FailingRead));
+  const Fault fault("ReadFile", Observe<&FailingRead>());
   unsigned char buffer[16];
   unsigned long long count = 0;
   Export<int(const wchar_t*, unsigned char*, unsigned long long, unsigned long long*)>(1025)(
@@ -63,11 +62,15 @@ void RaiseInvalidArgument() {
   Export<int(const char*, const BYTE*, int, char*, UINT, BOOL)>(71)("key", nullptr, 1, text, sizeof text, 1);
 }
 
+// The class records of the host's own framework, beside which the library has others.
+const CRuntimeClass hostRecords[] = {{"CObject"},          {"CException"},           {"CSimpleException"},
+                                     {"CMemoryException"}, {"CInvalidArgException"}, {"CFileException"},
+                                     {"COleException"}};
+
 // --- What was raised
 
 void ReadFile(CFileException* e) {
   const int kHardIo = 10;
-  const DWORD kReadFault = 30;
   CHECK_EQUAL(e->m_cause, kHardIo);
   CHECK_EQUAL(e->m_lOsError, kReadFault);
   CHECK_EQUAL(wcslen(e->m_strFileName), wcslen(source));
@@ -90,8 +93,8 @@ void ReadOle(COleException* e) {
 template <class Class>
 struct Way {
   const char* name;
-  const char* className;
-  const char* import;  // the platform function that fails; null if none has to
+  const char* classes[5];  // its class and the bases of that
+  const char* import;      // the platform function that fails; null if none has to
   void* fault;
   void (*raise)();
   void (*read)(Class*);
@@ -134,7 +137,7 @@ void TestWay(const Way<Class>& way) {
     e->Delete();
   });
   CatchAs<CException*>(way, [&](CException* e) {
-    CHECK(strcmp(e->GetRuntimeClass()->m_lpszClassName, way.className) == 0);
+    CHECK(strcmp(e->GetRuntimeClass()->m_lpszClassName, way.classes[0]) == 0);
     wchar_t text[200];
     UINT help = 77;
     CHECK_EQUAL(e->GetErrorMessage(text, 200, &help), 1);
@@ -147,6 +150,20 @@ void TestWay(const Way<Class>& way) {
   CatchAs<CException*>(way, [](CException* e) { delete e; });
   CatchAs<CObject*>(way, [](CObject* e) { static_cast<CException*>(e)->Delete(); });
   CatchAs<void*>(way, [](void* e) { static_cast<CException*>(e)->Delete(); });
+
+  // Asked by record it is what its own records say, and by the host's of the same names nothing.
+  CatchAs<CException*>(way, [&](CException* e) {
+    const char* const* name = way.classes;
+    for (const CRuntimeClass* one = e->GetRuntimeClass(); one; one = one->Base()) {
+      CHECK(*name && strcmp(one->m_lpszClassName, *name) == 0);
+      if (*name) ++name;
+      CHECK(e->IsKindOf(one));
+    }
+    CHECK(!*name);
+    CHECK_EQUAL(e->GetRuntimeClass()->m_nObjectSize, sizeof(Class));
+    for (const CRuntimeClass& record : hostRecords) CHECK(!e->IsKindOf(&record));
+    e->Delete();
+  });
 
   // By "...", raised on by the host and then caught by class; the wrong classes are passed over.
   int witnessed = 0;
@@ -212,24 +229,37 @@ void TestExceptions() {
   WriteFileBytes(source, "0123456789", 10);
 
   const Way<CFileException> file = {"copy whose read fails",
-                                    "CFileException",
+                                    {"CFileException", "CException", "CObject"},
                                     "ReadFile",
-                                    reinterpret_cast<void*>(&FailingRead),
+                                    Observe<&FailingRead>(),
                                     &RaiseFile,
                                     &ReadFile};
-  const Way<CMemoryException> memory = {"conversion without memory",        "CMemoryException", "malloc",
-                                        reinterpret_cast<void*>(&NoMemory), &RaiseMemory,       &ReadMemory};
+  const Way<CMemoryException> memory = {"conversion without memory",
+                                        {"CMemoryException", "CSimpleException", "CException", "CObject"},
+                                        "malloc",
+                                        Observe<&NoMemory>(),
+                                        &RaiseMemory,
+                                        &ReadMemory};
   const Way<CMemoryException> memoryForFile = {
-      "file exception without memory",    "CMemoryException",        "malloc",
-      reinterpret_cast<void*>(&NoMemory), &RaiseMemoryInsteadOfFile, &ReadMemory};
-  const Way<COleException> ole = {"date that cannot be converted",  "COleException", "_mktime64",
-                                  reinterpret_cast<void*>(&NoTime), &RaiseOle,       &ReadOle};
-  const Way<CInvalidArgException> invalidArgument = {"encryption of a count of bytes",
-                                                     "CInvalidArgException",
-                                                     nullptr,
-                                                     nullptr,
-                                                     &RaiseInvalidArgument,
-                                                     &ReadInvalidArgument};
+      "file exception without memory",
+      {"CMemoryException", "CSimpleException", "CException", "CObject"},
+      "malloc",
+      Observe<&NoMemory>(),
+      &RaiseMemoryInsteadOfFile,
+      &ReadMemory};
+  const Way<COleException> ole = {"date that cannot be converted",
+                                  {"COleException", "CException", "CObject"},
+                                  "_mktime64",
+                                  Observe<&NoTime>(),
+                                  &RaiseOle,
+                                  &ReadOle};
+  const Way<CInvalidArgException> invalidArgument = {
+      "encryption of a count of bytes",
+      {"CInvalidArgException", "CSimpleException", "CException", "CObject"},
+      nullptr,
+      nullptr,
+      &RaiseInvalidArgument,
+      &ReadInvalidArgument};
   TestWay(file);
   TestWay(memory);
   TestWay(memoryForFile);

@@ -7,12 +7,29 @@
 
 // --- Exceptions. Declared only: the objects and their tables are the library's.
 
+class CObject;
+
 struct CRuntimeClass {
   const char* m_lpszClassName;
+  int m_nObjectSize = 0;
+  UINT m_wSchema = 0xFFFF;
+  CObject* (*m_pfnCreateObject)() = nullptr;
+  CRuntimeClass* (*m_pfnGetBaseClass)() = nullptr;
+  CRuntimeClass* m_pNextClass = nullptr;
+  const void* m_pClassInit = nullptr;
+
+  const CRuntimeClass* Base() const { return m_pfnGetBaseClass ? m_pfnGetBaseClass() : nullptr; }
 };
 
 class CObject {
  public:
+  // As the framework's function of this name answers: the host's code, over the record of the object's class.
+  bool IsKindOf(const CRuntimeClass* wanted) const {
+    const CRuntimeClass* one = GetRuntimeClass();
+    while (one && one != wanted) one = one->Base();
+    return one != nullptr;
+  }
+
   virtual CRuntimeClass* GetRuntimeClass() const;
   virtual ~CObject();
   virtual void Serialize(void* archive);

@@ -8,18 +8,6 @@ namespace {
 
 using namespace host;
 
-BOOL FailingRead(HANDLE, void*, DWORD, DWORD*, void*) {
-  const DWORD kReadFault = 30;
-  SetLastError(kReadFault);
-  return 0;
-}
-void* NoMemory(size_t) {
-  return nullptr;
-}
-void* NoZeros(size_t, size_t) {
-  return nullptr;
-}
-
 void CopyRaises() {
   Subject("copy whose read fails, through the layer");
   const InFolder source(L"layer.bin"), target(L"layer-copy.bin");
@@ -31,7 +19,6 @@ void CopyRaises() {
       CopyByLayer(source, target);
     } catch (CFileException* e) {
       ++caught;
-      const DWORD kReadFault = 30;
       CHECK_EQUAL(e->m_lOsError, kReadFault);
       e->Delete();
     }

@@ -18,19 +18,6 @@ namespace {
 
 using namespace host;
 
-// --- Platform functions that fail, and a handler that throws
-
-BOOL FailingRead(HANDLE, void*, DWORD, DWORD*, void*) {
-  const DWORD kReadFault = 30;
-  SetLastError(kReadFault);
-  return 0;
-}
-void* NoMemory(size_t) {
-  return nullptr;
-}
-long long NoTime(void*) {
-  return -1;
-}
 struct HostError {
   int number = 4711;
 };

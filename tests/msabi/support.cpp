@@ -168,6 +168,20 @@ Fault::~Fault() {
   if (entry_) Store(entry_, original_);
 }
 
+BOOL FailingRead(HANDLE, void*, DWORD, DWORD*, void*) {
+  SetLastError(kReadFault);
+  return 0;
+}
+void* NoMemory(size_t) {
+  return nullptr;
+}
+void* NoZeros(size_t, size_t) {
+  return nullptr;
+}
+long long NoTime(void*) {
+  return -1;
+}
+
 Holdings Hold() {
   Holdings held = {};
   DWORD handles = 0;

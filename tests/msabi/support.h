@@ -60,6 +60,13 @@ class Fault {
   void* original_;
 };
 
+// Platform functions that fail, for the above.
+BOOL FailingRead(HANDLE, void*, DWORD, DWORD*, void*);
+const DWORD kReadFault = 30;  ///< the last error behind it
+void* NoMemory(size_t);
+void* NoZeros(size_t, size_t);
+long long NoTime(void*);
+
 // --- What the process holds
 
 struct Holdings {
