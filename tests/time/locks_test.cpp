@@ -221,21 +221,4 @@ TEST(LockFailure, OutOfMemoryIsTheMemoryException) {
   }
 }
 
-TEST(SharedTime, SecondsAndMillisecondsBelongTogether) {
-  CHRTime shared;
-  shared.SetNow();
-  std::thread writer([&] {
-    for (int i = 0; i < 20'000; ++i) shared.SetNow();
-  });
-  CHRTime copy;
-  double last = 0;
-  for (int i = 0; i < 20'000; ++i) {
-    copy = shared;
-    const double now = copy.GetSecondsF();
-    ASSERT_GE(now, last) << "a torn reading would go backwards at the turn of a second";
-    last = now;
-  }
-  writer.join();
-}
-
 }  // namespace
