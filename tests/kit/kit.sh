@@ -105,6 +105,7 @@ mv "$kit/bin/hex_test.kept" "$kit/bin/hex_test.exe"
 says "$said" '^hex_test +FAILED'
 says "$said" '^path_direct_test +passed'
 says "$said" '^1 passed, 1 failed$'
+says "$kit/report.txt" '^hex_test: FAILED \('
 says "$kit/report.txt" '^exit code 3$'
 if ZERA_TEST_ACP=1 run /y path_direct_test; then fail "a program that failed was not noticed"; fi
 says "$kit/report.txt" '^the ANSI code page is 1252, the test wants 1$'
