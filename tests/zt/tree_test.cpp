@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cwchar>
 #include <set>
 
 #include "Zt.h"
+#include "support/ImportHook.h"
 #include "support/TempFolder.h"
 
 namespace {
@@ -129,6 +131,60 @@ TEST_F(ZtTree, DryRunListsWhatGoes) {
     EXPECT_EQ(expected, gone);
   }
   EXPECT_EQ((Names{L"logs\\", L"outside.log"}), folder.Entries());
+}
+
+// A folder that holds itself, by a link that the platform does not show as one.
+std::wstring endless;
+int listed;
+std::size_t longest;
+const HANDLE kEndless = &listed;
+HANDLE WINAPI FindEndless(const wchar_t* pattern, WIN32_FIND_DATAW* found) {
+  constexpr int kTooMany = 1000;  // so that a walk without an end is seen, and ends
+  const std::wstring wanted = pattern;
+  if (wanted.find(endless) == wanted.npos) {
+    return test::Platform<decltype(FindFirstFileW)>(L"kernel32.dll", "FindFirstFileW")(pattern, found);
+  }
+  if (wanted.starts_with(endless)) longest = std::max(longest, wanted.size());
+  if (++listed > kTooMany) return ::SetLastError(ERROR_FILE_NOT_FOUND), INVALID_HANDLE_VALUE;
+  *found = {};
+  found->dwFileAttributes = FILE_ATTRIBUTE_DIRECTORY;
+  std::wcscpy(found->cFileName, L"loop");
+  return kEndless;
+}
+BOOL WINAPI FindNoMore(HANDLE search, WIN32_FIND_DATAW* found) {
+  if (search == kEndless) return ::SetLastError(ERROR_NO_MORE_FILES), FALSE;
+  return test::Platform<decltype(FindNextFileW)>(L"kernel32.dll", "FindNextFileW")(search, found);
+}
+BOOL WINAPI FindEnd(HANDLE search) {
+  return search == kEndless || test::Platform<decltype(FindClose)>(L"kernel32.dll", "FindClose")(search);
+}
+
+// As far as the library would go: no path has more than 259 characters.
+TEST_F(ZtTree, DryRunsEndInAFolderThatHoldsItself) {
+  const HMODULE program = ::GetModuleHandleW(nullptr);
+  endless = logs;
+  const std::size_t folders = (259 - logs.size() - 3) / 5 + 1;  // of five characters each, and "*.*"
+  for (const Names& command :
+       {Names{L"delete", L"--dry-run", logs, L".log"}, Names{L"prune", L"--dry-run", logs, L".log", L"0s"},
+        Names{L"copy", L"--dry-run", logs, folder / L"copy\\", L"keep"}}) {
+    SCOPED_TRACE(test::Utf8(command[0]));
+    Names arguments = {L"tree"};
+    arguments.insert(arguments.end(), command.begin(), command.end());
+    listed = 0;
+    longest = 0;
+    Result result;
+    {
+      const test::ImportHook hooks[] = {{"FindFirstFileW", &FindEndless, program},
+                                        {"FindNextFileW", &FindNoMore, program},
+                                        {"FindClose", &FindEnd, program}};
+      result = test::ZtHere(arguments);
+    }
+    EXPECT_EQ(0u, result.exit) << result;
+    EXPECT_LT(longest, 260u);
+    EXPECT_GE(longest, 255u);
+    // A deletion looks once more into the deepest folder, which the library would try to remove unseen.
+    EXPECT_EQ(listed, static_cast<int>(folders) + (command[0] == L"copy" ? 0 : 1));
+  }
 }
 
 // Only with --dry-run here, so that nothing can go wrong.
