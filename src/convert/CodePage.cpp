@@ -80,7 +80,7 @@ class Growing {
     if (result_.IsEmpty()) result_.Empty();
   }
 
-  // Makes room for `length` more characters than there are.
+  // Makes room for at least `length` more characters than there are.
   void Grow(std::size_t length) {
     Close();
     Take(static_cast<std::size_t>(result_.GetLength()) + length);
@@ -96,7 +96,7 @@ class Growing {
     if (length > kLongestText) AfxThrowMemoryException();
     begin_ = result_.GetBuffer(static_cast<int>(length));
     at = begin_ + written;
-    end_ = begin_ + length;
+    end_ = begin_ + result_.GetAllocLength();
   }
 
   void Close() { result_.ReleaseBufferSetLength(static_cast<int>(at - begin_)); }
@@ -106,6 +106,32 @@ class Growing {
   Char* end_ = nullptr;
 };
 
+// Converts a block as far as each character is known to become one; gives how many these are.
+template <class From, class To, class Forms>
+int ConvertBlock(const From* text, const Forms& forms, To* out) {
+  constexpr int kSize = Block<From>::kSize;
+  const auto convertOther = [&](int at) {
+    const auto* const form = forms.Known(text[at]);
+    if (!form || form->length != 1) return false;
+    out[at] = *form->text;
+    return true;
+  };
+  Block<From>::Convert(text, out);
+  unsigned others = Block<From>::Others(text);
+  // Where a text has no ASCII, the next one is not to be looked for.
+  if (others == (1u << kSize) - 1) {
+    for (int at = 0; at < kSize; ++at) {
+      if (!convertOther(at)) return at;
+    }
+    return kSize;
+  }
+  for (; others != 0; others &= others - 1) {
+    const int at = std::countr_zero(others);
+    if (!convertOther(at)) return at;
+  }
+  return kSize;
+}
+
 // Converts characters as long as there is room for their forms; gives the first one that is left.
 template <class From, class To, class Forms>
 const From* FillByForms(const From* text, const From* end, Forms& forms, Growing<To>& result) {
@@ -114,49 +140,48 @@ const From* FillByForms(const From* text, const From* end, Forms& forms, Growing
   To* const outEnd = out + result.Room();
   while (text < end) {
     if (end - text >= kBlock && outEnd - out >= kBlock) {
-      Block<From>::Convert(text, out);
-      const unsigned others = Block<From>::Others(text);
-      if (others == 0) {
-        text += kBlock;
-        out += kBlock;
-        continue;
-      }
-      const int run = std::countr_zero(others);
+      const int run = ConvertBlock(text, forms, out);
       text += run;
       out += run;
+      if (run == kBlock) continue;
     } else if (IsAscii(*text)) {
       if (out == outEnd) break;
       *out++ = static_cast<To>(*text++);
       continue;
     }
+    int length = 0;
     do {
       const auto& form = forms[*text];
+      length = form.length;
       if (outEnd - out >= static_cast<int>(sizeof form / sizeof(To))) {
         std::memcpy(out, &form, sizeof form);
       } else {
-        if (outEnd - out < form.length) {
+        if (outEnd - out < length) {
           result.at = out;
           return text;
         }
-        for (int i = 0; i < form.length; ++i) out[i] = form.text[i];
+        for (int i = 0; i < length; ++i) out[i] = form.text[i];
       }
-      out += form.length;
+      out += length;
       ++text;
-    } while (text < end && !IsAscii(*text));
+    } while (length != 1 && text < end && !IsAscii(*text));
   }
   result.at = out;
   return text;
 }
 
-// Converts a text by the form that each character has in `forms`. Most code pages have one for one; where
-// that is too little room, what is left is measured.
+// Converts a text by the form that each character has in `forms`. Most code pages have one for one, and where
+// a buffer has to be made there is `spare` room for signs that take more; where that is too little, what is
+// left is measured.
 template <class From, class To, class Forms>
-void ByForms(const From* text, const From* end, Forms& forms, CStringT<To>& result) {
+void ByForms(const From* text, const From* end, std::size_t spare, Forms& forms, CStringT<To>& result) {
   if (text == end) {
     result.Empty();
     return;
   }
-  Growing<To> growing(result, static_cast<std::size_t>(end - text));
+  auto room = static_cast<std::size_t>(end - text);
+  if (room > static_cast<std::size_t>(result.GetAllocLength()) && room + spare <= kLongestText) room += spare;
+  Growing<To> growing(result, room);
   while ((text = FillByForms(text, end, forms, growing)) != end) {
     growing.Grow(LengthByForms(text, end, forms));
   }
@@ -167,19 +192,16 @@ void ByForms(const From* text, const From* end, Forms& forms, CStringT<To>& resu
 void UcToMbc(const wchar_t* text, CStringA& result) {
   const Signs signs = SignsOfUtf16(::_getmbcp());
   const Source source(text, result);
-  const wchar_t* begin = source.begin();
-  if (signs.degree.dropsTextBefore) {
-    begin = source.end();
-    while (begin > source.begin() && *begin != kDegree) --begin;
-  }
+  const wchar_t* const begin =
+      signs.degree.dropsTextBefore ? Last(source.begin(), source.end(), kDegree) : source.begin();
   UnitsToAnsi ansi(signs);
-  ByForms(begin, source.end(), ansi, result);
+  ByForms(begin, source.end(), static_cast<std::size_t>(source.end() - begin) / 8, ansi, result);
 }
 
 void Char8ToUc(const char* text, CStringW& result) {
   const Source source(text, result);
   BytesToUtf16 wide;
-  ByForms(source.begin(), source.end(), wide, result);
+  ByForms(source.begin(), source.end(), 0, wide, result);
 }
 
 }  // namespace convert

@@ -66,32 +66,38 @@ class Written {
   Form forms_[2] = {};
 };
 
-// How often a byte occurs.
-std::size_t Count(const char* text, const char* end, char byte) {
-  std::size_t count = 0;
-  const __m128i wanted = _mm_set1_epi8(byte);
+// How often each sign occurs.
+struct Occurrences {
+  std::size_t micros = 0;
+  std::size_t degrees = 0;
+};
+
+// The sum of sixteen bytes.
+std::size_t Sum(__m128i lanes) {
+  const __m128i sums = _mm_sad_epu8(lanes, _mm_setzero_si128());
+  return static_cast<std::size_t>(_mm_cvtsi128_si64(sums)) +
+         static_cast<std::size_t>(_mm_cvtsi128_si64(_mm_unpackhi_epi64(sums, sums)));
+}
+
+Occurrences Count(const char* text, const char* end) {
+  Occurrences count;
+  const __m128i micro = _mm_set1_epi8(kMicroByte), degree = _mm_set1_epi8(kDegreeByte);
   while (end - text >= kBlock) {
     // A lane counts to 255 at most.
     const char* const stop = text + std::min<std::ptrdiff_t>((end - text) / kBlock, 255) * kBlock;
-    __m128i lanes = _mm_setzero_si128();
-    for (; text < stop; text += kBlock) lanes = _mm_sub_epi8(lanes, _mm_cmpeq_epi8(Load(text), wanted));
-    const __m128i sums = _mm_sad_epu8(lanes, _mm_setzero_si128());
-    count += static_cast<std::size_t>(_mm_cvtsi128_si64(sums)) +
-             static_cast<std::size_t>(_mm_cvtsi128_si64(_mm_unpackhi_epi64(sums, sums)));
+    __m128i micros = _mm_setzero_si128(), degrees = micros;
+    for (; text < stop; text += kBlock) {
+      micros = _mm_sub_epi8(micros, _mm_cmpeq_epi8(Load(text), micro));
+      degrees = _mm_sub_epi8(degrees, _mm_cmpeq_epi8(Load(text), degree));
+    }
+    count.micros += Sum(micros);
+    count.degrees += Sum(degrees);
   }
-  return count + static_cast<std::size_t>(std::count(text, end, byte));
-}
-
-// The last degree sign, or the begin of the text.
-const char* LastDegree(const char* text, const char* end) {
-  while (end - text >= kBlock) {
-    const __m128i found = _mm_cmpeq_epi8(Load(end - kBlock), _mm_set1_epi8(kDegreeByte));
-    const auto degrees = static_cast<unsigned>(_mm_movemask_epi8(found));
-    if (degrees != 0) return end - kBlock + (std::bit_width(degrees) - 1);
-    end -= kBlock;
+  for (; text < end; ++text) {
+    count.micros += *text == kMicroByte;
+    count.degrees += *text == kDegreeByte;
   }
-  while (end > text && *end != kDegreeByte) --end;
-  return end;
+  return count;
 }
 
 // Writes a text with its signs replaced, into a buffer of exactly the result's length.
@@ -135,14 +141,19 @@ void Char8ToMbc(const char* text, CStringA& result) {
   }
 
   const char* const begin =
-      signs.degree.dropsTextBefore ? LastDegree(source.begin(), source.end()) : source.begin();
+      signs.degree.dropsTextBefore ? Last(source.begin(), source.end(), kDegreeByte) : source.begin();
   const Written written(signs);
-  const std::size_t micros = Count(begin, source.end(), kMicroByte);
-  const std::size_t degrees = Count(begin, source.end(), kDegreeByte);
-  const std::size_t length = static_cast<std::size_t>(source.end() - begin) - micros - degrees +
-                             micros * written.LengthOf(kMicroByte) + degrees * written.LengthOf(kDegreeByte);
-  StoreExactly(result, length,
-               [&](char* buffer) { Fill(begin, source.end(), written, buffer, buffer + length); });
+  const Occurrences count = Count(begin, source.end());
+  const std::size_t length = static_cast<std::size_t>(source.end() - begin) - count.micros - count.degrees +
+                             count.micros * written.LengthOf(kMicroByte) +
+                             count.degrees * written.LengthOf(kDegreeByte);
+  StoreExactly(result, length, [&](char* buffer) {
+    if (count.micros + count.degrees == 0) {
+      std::memcpy(buffer, begin, length);
+    } else {
+      Fill(begin, source.end(), written, buffer, buffer + length);
+    }
+  });
 }
 
 }  // namespace convert

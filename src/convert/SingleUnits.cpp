@@ -18,8 +18,8 @@ void Set(Form<Char>& form, const Char* text, int length) {
 }  // namespace
 
 UnitsToAnsi::UnitsToAnsi(const Signs& signs) {
-  Set(first_.forms[kMicro], signs.micro.bytes, static_cast<int>(std::strlen(signs.micro.bytes)));
-  Set(first_.forms[kDegree], signs.degree.bytes, static_cast<int>(std::strlen(signs.degree.bytes)));
+  Set(Place(kMicro), signs.micro.bytes, static_cast<int>(std::strlen(signs.micro.bytes)));
+  Set(Place(kDegree), signs.degree.bytes, static_cast<int>(std::strlen(signs.degree.bytes)));
 }
 
 UnitsToAnsi::~UnitsToAnsi() {
@@ -30,18 +30,25 @@ UnitsToAnsi::~UnitsToAnsi() {
   }
 }
 
-const Form<char>& UnitsToAnsi::Ask(wchar_t unit) {
-  Page*& page = pages_[unit / kPageSize];
+// Where a unit's form lies, in a page that is made if it is not there yet.
+Form<char>& UnitsToAnsi::Place(wchar_t unit) {
+  if (unit < kPageSize) return latin_[unit % 0x80];
+  if (!pages_) pages_.emplace();
+  Page*& page = (*pages_)[unit / kPageSize];
   if (!page) {
     page = static_cast<Page*>(std::calloc(1, sizeof(Page)));
     if (!page) AfxThrowMemoryException();
     page->next = made_;
     made_ = page;
   }
+  return page->forms[unit % kPageSize];
+}
+
+const Form<char>& UnitsToAnsi::Ask(wchar_t unit) {
+  Form<char>& form = Place(unit);
   const wchar_t text[] = {unit, 0};
   char bytes[Form<char>::kMost + 1];
   const int size = ::WideCharToMultiByte(CP_ACP, 0, text, -1, bytes, sizeof bytes, nullptr, nullptr);
-  Form<char>& form = page->forms[unit % kPageSize];
   Set(form, bytes, size - 1);
   return form;
 }

@@ -7,8 +7,10 @@
 
 #include <afx.h>
 
+#include <array>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 
 #include "Signs.h"
 
@@ -33,10 +35,16 @@ class UnitsToAnsi {
   UnitsToAnsi& operator=(const UnitsToAnsi&) = delete;
   ~UnitsToAnsi();
 
+  // What is known of a unit without asking: null or a form without a length if nothing is.
+  const Form<char>* Known(wchar_t unit) const {
+    if (unit < kPageSize) return &latin_[unit % 0x80];
+    const Page* const page = pages_ ? (*pages_)[unit / kPageSize] : nullptr;
+    return page ? &page->forms[unit % kPageSize] : nullptr;
+  }
+
   const Form<char>& operator[](wchar_t unit) {
-    const Page* const page = pages_[unit / kPageSize];
-    if (page && page->forms[unit % kPageSize].known) return page->forms[unit % kPageSize];
-    return Ask(unit);
+    const Form<char>* const form = Known(unit);
+    return form && form->known ? *form : Ask(unit);
   }
 
  private:
@@ -48,17 +56,21 @@ class UnitsToAnsi {
   };
 
   const Form<char>& Ask(wchar_t unit);
+  Form<char>& Place(wchar_t unit);
 
-  // The first page is always in use; the others are made as they are needed.
-  Page first_ = {};
+  // What most texts have beside ASCII. Pages for the other units are made as they are needed, and few calls
+  // need one.
+  Form<char> latin_[0x80] = {};
+  std::optional<std::array<Page*, 0x10000 / kPageSize>> pages_;
   Page* made_ = nullptr;
-  Page* pages_[0x10000 / kPageSize] = {&first_};
 };
 
 // Bytes as UTF-16, the signs as the units of the same values.
 class BytesToUtf16 {
  public:
   BytesToUtf16();
+
+  const Form<wchar_t>* Known(char byte) const { return &forms_[byte & 0x7F]; }
 
   const Form<wchar_t>& operator[](char byte) {
     Form<wchar_t>& form = forms_[byte & 0x7F];

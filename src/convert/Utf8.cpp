@@ -16,9 +16,10 @@ void InTwoPasses(CStringT<Char>& result, Convert convert) {
   }
   Char* const buffer = result.GetBuffer(size);
   const int written = convert(buffer, size);
-  // Half a sequence at the end may take the terminator with it.
-  buffer[written > 0 ? written : 0] = 0;
-  result.ReleaseBuffer();
+  // No terminator goes in but the one at the end, and none comes out. Half a sequence before it may take it
+  // with it, so it is looked for, not assumed.
+  const bool terminated = written > 0 && buffer[written - 1] == 0;
+  result.ReleaseBufferSetLength(terminated ? written - 1 : written);
 }
 
 }  // namespace

@@ -102,6 +102,8 @@ TEST_F(CallCounts, Conversions) {
               Of<decltype(ZERA_TOOLS_UC_TO_MBC)>(110)(L"\u00FC\u00E4\u00FC\u00E4 \u00B5\u00B5", narrow);
             }),
             "WideCharToMultiByte 2, _getmbcp 1");
+  EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_UC_TO_MBC)>(110)(L"5 \u20AC, 6 \u20AC, 7 \u20AD", narrow); }),
+            "WideCharToMultiByte 2, _getmbcp 1, allocations 1");
   EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_CHAR8_TO_MBC)>(111)("\xFC\xE4 \xB5", narrow); }),
             "_getmbcp 1");
   EXPECT_EQ(During([&] { Of<decltype(ZERA_TOOLS_CHAR8_TO_UC)>(112)("\xFC\xE4\xFC\xE4 \xB5", wide); }),
