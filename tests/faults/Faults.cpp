@@ -12,6 +12,7 @@
 
 #include "FailureTable.h"
 #include "support/Library.h"
+#include "support/Machine.h"
 #include "support/TempFolder.h"
 
 // The thunks: each loads its number and jumps to the stub, which keeps the registers of the arguments, asks
@@ -64,8 +65,6 @@ zera_faults_stub:
 extern "C" const char zera_faults_thunks[];
 
 namespace faults {
-
-thread_local Places places;
 
 namespace {
 
@@ -179,61 +178,10 @@ BOOL WINAPI WatchedDeriveKey(HCRYPTPROV provider, ALG_ID algorithm, HCRYPTHASH h
   return derived;
 }
 
-// Three processes, the second and the third of the name.
-unsigned at;
-BOOL FillProcess(PROCESSENTRY32W* entry) {
-  if (at == 3) {
-    ::SetLastError(ERROR_NO_MORE_FILES);
-    return FALSE;
-  }
-  std::wcscpy(entry->szExeFile, at == 0 ? L"other.exe" : kProcess);
-  entry->th32ProcessID = 4 * ++at;
-  return TRUE;
-}
-BOOL WINAPI WatchedProcessFirst(HANDLE, PROCESSENTRY32W* entry) {
-  at = 0;
-  return FillProcess(entry);
-}
-BOOL WINAPI WatchedProcessNext(HANDLE, PROCESSENTRY32W* entry) {
-  return FillProcess(entry);
-}
-BOOL WINAPI WatchedModuleFirst(HANDLE, MODULEENTRY32W* entry) {
-  std::wcscpy(entry->szExePath, kModule);
-  return TRUE;
-}
-BOOL WINAPI WatchedModuleNext(HANDLE, MODULEENTRY32W*) {
-  ::SetLastError(ERROR_NO_MORE_FILES);
-  return FALSE;
-}
-
-DWORD WINAPI WatchedModulePath(HMODULE, wchar_t* path, DWORD capacity) {
-  const std::size_t length = std::min<std::size_t>(places.module.size(), capacity - 1);
-  std::wmemcpy(path, places.module.c_str(), length);
-  path[length] = 0;
-  return static_cast<DWORD>(length);
-}
-constexpr int kCommonFolder = 35;  // CSIDL_COMMON_APPDATA
-BOOL WINAPI WatchedFolder(HWND, wchar_t* path, int folder, BOOL) {
-  std::wcscpy(path, (folder == kCommonFolder ? places.common : places.user).c_str());
-  return TRUE;
-}
-HMODULE WINAPI WatchedLoad(const wchar_t* path) {
-  if (test::Exists(path)) return kLanguageModule;
-  ::SetLastError(ERROR_MOD_NOT_FOUND);
-  return nullptr;
-}
-
-// The harness has no time to sleep, and ends no process.
+// The harness has no time to sleep.
 void WINAPI WatchedSleep(DWORD) {}
-BOOL WINAPI WatchedTerminate(HANDLE, UINT) {
-  return TRUE;
-}
 
-struct Watcher {
-  const char* name;
-  void* function;
-};
-const Watcher kWatchers[] = {
+const test::StandIn kWatchers[] = {
     {"malloc", reinterpret_cast<void*>(&WatchedMalloc)},
     {"calloc", reinterpret_cast<void*>(&WatchedCalloc)},
     {"realloc", reinterpret_cast<void*>(&WatchedRealloc)},
@@ -242,19 +190,11 @@ const Watcher kWatchers[] = {
     {"_wmkdir", reinterpret_cast<void*>(&WatchedMakeFolder)},
     {"CreateToolhelp32Snapshot", reinterpret_cast<void*>(&WatchedSnapshot)},
     {"OpenProcess", reinterpret_cast<void*>(&WatchedOpenProcess)},
-    {"Process32FirstW", reinterpret_cast<void*>(&WatchedProcessFirst)},
-    {"Process32NextW", reinterpret_cast<void*>(&WatchedProcessNext)},
-    {"Module32FirstW", reinterpret_cast<void*>(&WatchedModuleFirst)},
-    {"Module32NextW", reinterpret_cast<void*>(&WatchedModuleNext)},
-    {"GetModuleFileNameW", reinterpret_cast<void*>(&WatchedModulePath)},
-    {"SHGetSpecialFolderPathW", reinterpret_cast<void*>(&WatchedFolder)},
-    {"LoadLibraryW", reinterpret_cast<void*>(&WatchedLoad)},
     {"FindFirstFileW", reinterpret_cast<void*>(&WatchedFindFirst)},
     {"CryptAcquireContextW", reinterpret_cast<void*>(&WatchedAcquire)},
     {"CryptCreateHash", reinterpret_cast<void*>(&WatchedCreateHash)},
     {"CryptDeriveKey", reinterpret_cast<void*>(&WatchedDeriveKey)},
     {"Sleep", reinterpret_cast<void*>(&WatchedSleep)},
-    {"TerminateProcess", reinterpret_cast<void*>(&WatchedTerminate)},
 };
 
 // Closing is counted from the arguments, before the call, whether it then fails or not.
@@ -359,8 +299,11 @@ Hooks::Hooks() {
       import.original = *import.entry;
       import.failure = FindFailure(import.name.c_str());
       import.memory = import.name == "malloc" || import.name == "calloc" || import.name == "realloc";
-      for (const Watcher& watcher : kWatchers) {
-        if (import.name == watcher.name) import.watcher = watcher.function;
+      for (const test::StandIn& one : kWatchers) {
+        if (import.name == one.name) import.watcher = one.function;
+      }
+      for (const test::StandIn& one : test::Machine()) {
+        if (import.name == one.name) import.watcher = one.function;
       }
       imports.push_back(import);
     }

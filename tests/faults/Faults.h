@@ -39,19 +39,6 @@ struct Record {
   bool Failed(const std::string& function) const;
 };
 
-/// What the machine answers a thread that asks for the module's path and the application-data folders.
-struct Places {
-  std::wstring module, common, user;
-};
-extern thread_local Places places;
-
-/// The processes of the machine, for the library, while the hooks live: this one is there twice, and each
-/// time it has this one module. Opening one gives this process; ending one does nothing. A language module is
-/// loaded when there is a file of its name.
-inline constexpr wchar_t kProcess[] = L"view.exe";
-inline constexpr wchar_t kModule[] = L"X:\\app\\view.exe";
-inline const HMODULE kLanguageModule = reinterpret_cast<HMODULE>(0x10000);
-
 /// Replaces the whole import table while it lives. Sleeps take no time.
 class Hooks {
  public:

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Where an application's settings file is, and its language.
 #include "Scenario.h"
+#include "support/Machine.h"
 
 namespace faults {
 namespace {
+
+using test::kLanguageModule;
+using test::places;
 
 const char kSeed[] = "[Vorgaben]\r\nLanguage=FRA\r\n";
 

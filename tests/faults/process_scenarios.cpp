@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Processes, thread messages and guarded allocation; the processes are the harness's own.
+// Processes, thread messages and guarded allocation; the processes are the machine's of the tests.
 #include "Scenario.h"
+#include "support/Machine.h"
 
 namespace faults {
 namespace {
@@ -11,8 +12,8 @@ void Add(std::vector<Scenario>& all) {
                  "two processes",
                  {},
                  [](World&) {
-                   return std::to_string(
-                       Bound<int(const Char*)>(Twin<Char>(90))(Text<Char>(test::Ansi(kProcess)).c_str()));
+                   return std::to_string(Bound<int(const Char*)>(Twin<Char>(90))(
+                       Text<Char>(test::Ansi(test::kMachineProcess)).c_str()));
                  },
                  "1",
                  {}});
@@ -20,8 +21,8 @@ void Add(std::vector<Scenario>& all) {
                  "two processes",
                  {},
                  [](World&) {
-                   return std::to_string(
-                       Bound<unsigned(const Char*)>(Twin<Char>(91))(Text<Char>(test::Ansi(kModule)).c_str()));
+                   return std::to_string(Bound<unsigned(const Char*)>(Twin<Char>(91))(
+                       Text<Char>(test::Ansi(test::kMachineModule)).c_str()));
                  },
                  "2",
                  {"0", "1"}});

@@ -2,11 +2,10 @@
 // Sixty-four threads over every export that any thread may call at any time, each answer checked. They are
 // older than the library, and outlive it.
 #include <gtest/gtest.h>
-#include <tlhelp32.h>
 
-#include <array>
 #include <atomic>
 #include <barrier>
+#include <list>
 #include <mutex>
 #include <set>
 #include <thread>
@@ -14,6 +13,7 @@
 #include "faults/Scenario.h"
 #include "support/ImportHook.h"
 #include "support/InvalidParameter.h"
+#include "support/Machine.h"
 #include "support/Rounds.h"
 
 namespace {
@@ -23,48 +23,13 @@ using faults::World;
 
 constexpr int kThreads = 64;
 
-// The machine that the calls of the harness expect, for each thread its own.
-thread_local unsigned at;
-BOOL FillProcess(PROCESSENTRY32W* entry) {
-  if (at == 3) return ::SetLastError(ERROR_NO_MORE_FILES), FALSE;
-  std::wcscpy(entry->szExeFile, at == 0 ? L"other.exe" : faults::kProcess);
-  entry->th32ProcessID = 4 * ++at;
-  return TRUE;
-}
-BOOL WINAPI ProcessFirst(HANDLE, PROCESSENTRY32W* entry) {
-  at = 0;
-  return FillProcess(entry);
-}
-BOOL WINAPI ProcessNext(HANDLE, PROCESSENTRY32W* entry) {
-  return FillProcess(entry);
-}
-BOOL WINAPI ModuleFirst(HANDLE, MODULEENTRY32W* entry) {
-  std::wcscpy(entry->szExePath, faults::kModule);
-  return TRUE;
-}
-BOOL WINAPI ModuleNext(HANDLE, MODULEENTRY32W*) {
-  return ::SetLastError(ERROR_NO_MORE_FILES), FALSE;
-}
+// A process to open, and what lists processes.
 HANDLE WINAPI Snapshot(DWORD, DWORD) {
   return ::CreateEventW(nullptr, FALSE, FALSE, nullptr);
 }
 HANDLE WINAPI Open(DWORD access, BOOL inherit, DWORD) {
   return ::OpenProcess(access, inherit, ::GetCurrentProcessId());
 }
-BOOL WINAPI Terminate(HANDLE, UINT) {
-  return TRUE;
-}
-DWORD WINAPI ModulePath(HMODULE, wchar_t* path, DWORD capacity) {
-  return static_cast<DWORD>(faults::places.module.copy(path, capacity));
-}
-BOOL WINAPI Folder(HWND, wchar_t* path, int folder, BOOL) {
-  std::wcscpy(path, (folder == 35 ? faults::places.common : faults::places.user).c_str());
-  return TRUE;
-}
-HMODULE WINAPI Load(const wchar_t* path) {
-  return test::Exists(path) ? faults::kLanguageModule : nullptr;
-}
-
 // Numbers with a decimal point are converted under a locale that is the process's: hosts let one thread at a
 // time do it (docs/threads.md).
 bool IsReentrant(unsigned ordinal) {
@@ -163,12 +128,10 @@ TEST(Threads, SixtyFourOverAllReentrantExports) {
   for (const Scenario& one : scenarios) missing.erase(one.ordinal);
   EXPECT_EQ(missing, std::set<unsigned>()) << "no call for these";
   {
-    const test::ImportHook hooks[] = {
-        {"Process32FirstW", &ProcessFirst},      {"Process32NextW", &ProcessNext},
-        {"Module32FirstW", &ModuleFirst},        {"Module32NextW", &ModuleNext},
-        {"CreateToolhelp32Snapshot", &Snapshot}, {"OpenProcess", &Open},
-        {"TerminateProcess", &Terminate},        {"GetModuleFileNameW", &ModulePath},
-        {"SHGetSpecialFolderPathW", &Folder},    {"LoadLibraryW", &Load}};
+    std::list<test::ImportHook> hooks;
+    hooks.emplace_back("CreateToolhelp32Snapshot", &Snapshot);
+    hooks.emplace_back("OpenProcess", &Open);
+    for (const test::StandIn& one : test::Machine()) hooks.emplace_back(one.name, one.function);
     const test::HeapWatch heap;
     World world;
     const auto pass = [&](bool files) {
