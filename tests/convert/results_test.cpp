@@ -170,6 +170,21 @@ TYPED_TEST(Results, OutgrowFixedBuffers) {
   }
 }
 
+// A sign that takes more bytes than one finds room in the buffer that is made for the text.
+int __cdecl PageWithoutSigns() {
+  return 1252;
+}
+
+TEST(Room, IsThereForSomeLongSigns) {
+  const test::ImportHook hook("_getmbcp", &PageWithoutSigns);
+  test::CountingManager manager;
+  test::HostString<char> out(manager);
+  UcToMbc(L"25,5 \u00B0C; 12 min.", out.object());
+  EXPECT_EQ(out.text(), "25,5 degC; 12 min.");
+  EXPECT_EQ(manager.allocations, 1);
+  EXPECT_EQ(manager.reallocations, 0);
+}
+
 // Memory that is exhausted, the host's or the library's, is the framework's memory exception.
 TYPED_TEST(Results, ExhaustedHostRaisesTheMemoryException) {
   for (const auto& one : Cases<TypeParam>()) {
