@@ -185,6 +185,32 @@ TEST(Room, IsThereForSomeLongSigns) {
   EXPECT_EQ(manager.reallocations, 0);
 }
 
+// Where there are many, what is left of the text is measured, and the buffer grows once.
+TEST(Room, IsMeasuredForManyLongSigns) {
+  const test::ImportHook hook("_getmbcp", &PageWithoutSigns);
+  test::CountingManager manager;
+  test::HostString<char> out(manager);
+  std::wstring text;
+  std::string expected;
+  for (int i = 0; i < 50; ++i) {
+    text += L"\u00B0x";
+    expected += "degx";
+  }
+  UcToMbc(text.c_str(), out.object());
+  EXPECT_EQ(out.text(), expected);
+  EXPECT_EQ(manager.allocations, 1);
+  EXPECT_EQ(manager.reallocations, 1);
+}
+
+TEST(Room, IsNotMadeForAnEmptyText) {
+  test::CountingManager manager;
+  test::HostString<char> narrow(manager);
+  test::HostString<wchar_t> wide(manager);
+  UcToMbc(L"", narrow.object());
+  Char8ToUc("", wide.object());
+  EXPECT_EQ(manager.allocations, 0);
+}
+
 // Memory that is exhausted, the host's or the library's, is the framework's memory exception.
 TYPED_TEST(Results, ExhaustedHostRaisesTheMemoryException) {
   for (const auto& one : Cases<TypeParam>()) {
