@@ -11,6 +11,7 @@
 #include <set>
 
 #include "FailureTable.h"
+#include "support/Imports.h"
 #include "support/Library.h"
 #include "support/Machine.h"
 #include "support/TempFolder.h"
@@ -231,19 +232,6 @@ bool Fails(std::size_t function, bool memory) {
   return false;
 }
 
-void Store(void** entry, void* value) {
-  DWORD protection = 0;
-  ::VirtualProtect(entry, sizeof *entry, PAGE_READWRITE, &protection);
-  *entry = value;
-  ::VirtualProtect(entry, sizeof *entry, protection, &protection);
-}
-
-const IMAGE_NT_HEADERS64& Headers() {
-  auto* const base = reinterpret_cast<const char*>(test::Library());
-  return *reinterpret_cast<const IMAGE_NT_HEADERS64*>(
-      base + reinterpret_cast<const IMAGE_DOS_HEADER*>(base)->e_lfanew);
-}
-
 }  // namespace
 
 extern "C" void* zera_faults_decide(unsigned number, ULONG_PTR, ULONG_PTR, ULONG_PTR, ULONG_PTR first) {
@@ -284,42 +272,33 @@ bool Record::Failed(const std::string& function) const {
 }
 
 Hooks::Hooks() {
-  auto* const base = reinterpret_cast<BYTE*>(test::Library());
-  const auto& directory = Headers().OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-  auto* from = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
-  for (; from->Name; ++from) {
-    const auto* names = reinterpret_cast<const IMAGE_THUNK_DATA64*>(base + from->OriginalFirstThunk);
-    auto* entries = reinterpret_cast<IMAGE_THUNK_DATA64*>(base + from->FirstThunk);
-    for (; names->u1.AddressOfData; ++names, ++entries) {
-      const auto* const byName =
-          reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
-      Import import;
-      import.name = reinterpret_cast<const char*>(byName->Name);
-      import.entry = reinterpret_cast<void**>(&entries->u1.Function);
-      import.original = *import.entry;
-      import.failure = FindFailure(import.name.c_str());
-      import.memory = import.name == "malloc" || import.name == "calloc" || import.name == "realloc";
-      for (const test::StandIn& one : kWatchers) {
-        if (import.name == one.name) import.watcher = one.function;
-      }
-      for (const test::StandIn& one : test::Machine()) {
-        if (import.name == one.name) import.watcher = one.function;
-      }
-      imports.push_back(import);
+  test::ForEachImport(test::Library(), [](const char* name, void** entry) {
+    Import import;
+    import.name = name;
+    import.entry = entry;
+    import.original = *entry;
+    import.failure = FindFailure(name);
+    import.memory = import.name == "malloc" || import.name == "calloc" || import.name == "realloc";
+    for (const test::StandIn& one : kWatchers) {
+      if (import.name == one.name) import.watcher = one.function;
     }
-  }
+    for (const test::StandIn& one : test::Machine()) {
+      if (import.name == one.name) import.watcher = one.function;
+    }
+    imports.push_back(import);
+  });
   hostManager = imports.size();
   if (imports.size() > kThunks) {
     std::fprintf(stderr, "more imports than thunks\n");
     std::exit(125);
   }
   for (std::size_t number = 0; number < imports.size(); ++number) {
-    Store(imports[number].entry, const_cast<char*>(zera_faults_thunks) + number * kThunkSize);
+    test::StoreImport(imports[number].entry, const_cast<char*>(zera_faults_thunks) + number * kThunkSize);
   }
 }
 
 Hooks::~Hooks() {
-  for (const Import& import : imports) Store(import.entry, import.original);
+  for (const Import& import : imports) test::StoreImport(import.entry, import.original);
   imports.clear();
 }
 
@@ -373,7 +352,7 @@ std::string NameOf(std::size_t function) {
 }
 
 std::string ThreadData() {
-  const auto& directory = Headers().OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_TLS];
+  const auto& directory = test::Directory(test::Library(), IMAGE_DIRECTORY_ENTRY_TLS);
   if (directory.Size == 0) return {};
   const auto& tls = *reinterpret_cast<const IMAGE_TLS_DIRECTORY64*>(
       reinterpret_cast<const char*>(test::Library()) + directory.VirtualAddress);

@@ -10,6 +10,7 @@
 #include "support/HostException.h"
 #include "support/ImportHook.h"
 #include "support/InvalidParameter.h"
+#include "support/OpenSearches.h"
 
 namespace {
 
@@ -147,25 +148,13 @@ TEST_P(CopyingAll, FolderThatCannotBeMadeDoesNotStopTheWalk) {
 TEST_P(CopyingAll, ReadErrorLeavesAsTheFrameworksExceptionWithNothingOpen) {
   test::Plant(temp_, {L"from\\", L"from\\sub\\", L"from\\sub\\a.txt"});
   const DWORD handles = test::OpenHandles();
-  static int searches;
-  searches = 0;
-  const test::ImportHook first(
-      "FindFirstFileW", +[](const wchar_t* path, WIN32_FIND_DATAW* data) {
-        const HANDLE search = ::FindFirstFileW(path, data);
-        searches += search != INVALID_HANDLE_VALUE;
-        return search;
-      });
-  const test::ImportHook close(
-      "FindClose", +[](HANDLE search) {
-        --searches;
-        return ::FindClose(search);
-      });
+  const test::OpenSearches searches;
   test::CallLog log([](const test::Call& call) {
     return test::Answer{call.kind == 'R' ? test::Answer::kFail : test::Answer::kReal, ERROR_READ_FAULT};
   });
   EXPECT_EQ(test::RaisedBy([&] { api_.CopyAll(temp_ / L"from\\", temp_ / L"to\\", 1); }),
             ".PEAVCFileException@@");
-  EXPECT_EQ(searches, 0);
+  EXPECT_EQ(searches.Count(), 0);
   EXPECT_EQ(test::OpenHandles(), handles);
 }
 

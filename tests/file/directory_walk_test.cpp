@@ -8,9 +8,11 @@
 
 #include "CallLog.h"
 #include "DirectoryApi.h"
+#include "support/CurrentFolder.h"
 #include "support/HostException.h"
 #include "support/ImportHook.h"
 #include "support/InvalidParameter.h"
+#include "support/OpenSearches.h"
 
 namespace {
 
@@ -36,25 +38,12 @@ std::vector<Operation> Operations(const std::wstring& destination = kNowhere) {
   return all;
 }
 
-// Makes a folder current and goes back.
-class CurrentFolder {
- public:
-  explicit CurrentFolder(const std::wstring& folder) {
-    ::GetCurrentDirectoryW(MAX_PATH, before_);
-    EXPECT_TRUE(::SetCurrentDirectoryW(folder.c_str()));
-  }
-  ~CurrentFolder() { ::SetCurrentDirectoryW(before_); }
-
- private:
-  wchar_t before_[MAX_PATH] = {};
-};
-
 TEST(DirectoryWalk, StartPathsThatAreRefused) {
   const test::TempFolder temp;
   test::Plant(temp, {L"a.txt", L"sub\\", L"sub\\b.txt"});
   for (const std::wstring& name : temp.Entries()) test::SetAge(temp / name, 1000);
   const Names before = temp.Entries();
-  const CurrentFolder current(temp.path());
+  const test::CurrentFolder current(temp.path());
   const std::wstring refused[] = {
       L"",
       L"*.*",
@@ -101,7 +90,7 @@ TEST(DirectoryWalk, BareNamesMeanTheCurrentFolder) {
       const Operation operation = Operations(destination)[i];
       test::Plant(temp, {L"from\\", L"from\\a.txt", L"from\\sub\\", L"from\\sub\\b.txt"});
       for (const std::wstring& name : temp.Entries()) test::SetAge(temp / name, 1000);
-      const CurrentFolder current(temp / L"from\\");
+      const test::CurrentFolder current(temp / L"from\\");
       EXPECT_EQ(operation.run(start), 1) << operation.name << " " << test::Ansi(start);
       const bool copies = std::string(operation.name) == "copy";
       EXPECT_EQ(test::Exists(destination + L"sub\\b.txt"), copies) << operation.name;
@@ -129,7 +118,7 @@ TEST(DirectoryWalk, TheFolderThatIsNamedIsTheOneThatIsListed) {
   test::Plant(temp,
               {L"named\\", L"named\\a.txt", L"named\\c.txt", L"other\\", L"other\\a.txt", L"other\\b.txt"});
   const std::wstring named = temp / L"named\\", other = temp / L"other\\";
-  const CurrentFolder current(named);
+  const test::CurrentFolder current(named);
   {
     test::CallLog log([&](const test::Call& call) {
       if (call.kind == 'F') ::SetCurrentDirectoryW(other.c_str());
@@ -143,7 +132,7 @@ TEST(DirectoryWalk, TheFolderThatIsNamedIsTheOneThatIsListed) {
 TEST(DirectoryWalk, RelativeFoldersAreWalked) {
   const test::TempFolder temp;
   test::Plant(temp, {L"a.txt", L"sub\\", L"sub\\b.txt", L"sub\\deep\\", L"sub\\deep\\c.txt"});
-  const CurrentFolder current(temp.path());
+  const test::CurrentFolder current(temp.path());
   EXPECT_EQ(test::DirectoryApi(true).DeleteAll(L"sub\\", L".*"), 1);
   EXPECT_EQ(temp.Entries(), (Names{L"a.txt", L"sub\\"}));
   EXPECT_EQ(test::DirectoryApi(true).DeleteAll(L".\\", L".*"), 1);
@@ -218,21 +207,9 @@ void* Malloc(std::size_t size) {
 }
 
 TEST(DirectoryWalk, ExhaustedMemoryEndsTheWalkWithNothingOpen) {
-  static int searches;
-  searches = 0;
   const test::TempFolder temp;
   test::Plant(temp, {L"sub\\", L"sub\\deep\\", L"sub\\deep\\a.txt"});
-  const test::ImportHook first(
-      "FindFirstFileW", +[](const wchar_t* path, WIN32_FIND_DATAW* data) {
-        const HANDLE search = ::FindFirstFileW(path, data);
-        searches += search != INVALID_HANDLE_VALUE;
-        return search;
-      });
-  const test::ImportHook close(
-      "FindClose", +[](HANDLE search) {
-        --searches;
-        return ::FindClose(search);
-      });
+  const test::OpenSearches searches;
   const auto walk = [&] { test::DirectoryApi(true).DeleteAll(temp.path(), L".none"); };
   bool ranOut = true;
   for (int limit = 0; ranOut && limit < 100; ++limit) {
@@ -249,7 +226,7 @@ TEST(DirectoryWalk, ExhaustedMemoryEndsTheWalkWithNothingOpen) {
     }
     ranOut = !raised.empty();
     EXPECT_TRUE(!ranOut || raised == test::kMemoryException) << limit << " " << raised;
-    EXPECT_EQ(searches, 0) << limit;
+    EXPECT_EQ(searches.Count(), 0) << limit;
     EXPECT_TRUE(!ranOut || test::Exists(temp / L"sub\\deep\\a.txt")) << limit;
   }
   EXPECT_FALSE(ranOut) << "with enough memory the walk ends as usual";

@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "support/CodePage.h"
+#include "support/CurrentFolder.h"
 #include "support/ImportHook.h"
 #include "support/InvalidParameter.h"
 #include "support/Library.h"
@@ -102,19 +103,6 @@ class Recorder {
   test::ImportHook create_;
   test::ImportHook delete_;
   test::ImportHook mkdir_;
-};
-
-// Creates the current directory's change and undoes it.
-class CurrentFolder {
- public:
-  explicit CurrentFolder(const std::wstring& folder) {
-    ::GetCurrentDirectoryW(MAX_PATH, before_);
-    EXPECT_TRUE(::SetCurrentDirectoryW(folder.c_str()));
-  }
-  ~CurrentFolder() { ::SetCurrentDirectoryW(before_); }
-
- private:
-  wchar_t before_[MAX_PATH] = {};
 };
 
 class WriteCheck : public ::testing::TestWithParam<int (*)(const std::wstring&)> {
@@ -285,7 +273,7 @@ TEST_P(WriteCheck, OnlyBackslashesPartTheFoldersThatAreMade) {
 }
 
 TEST_P(WriteCheck, PathWithoutFolderMeansTheCurrentOne) {
-  const CurrentFolder current(temp_.path());
+  const test::CurrentFolder current(temp_.path());
   temp_.File(L"old.txt", "content");
   Recorder recorder;
   for (const wchar_t* const path : {L"", L"name", L"new.txt", L"old.txt", L".txt"}) {
@@ -382,7 +370,7 @@ TEST_P(WriteCheck, NamesInTheCodePageArriveAsTheyAre) {
 
 TEST(WriteCheckNull, PlainCountsAsEmptyAndWideIsNotWritable) {
   test::TempFolder temp;
-  const CurrentFolder current(temp.path());
+  const test::CurrentFolder current(temp.path());
   Recorder recorder;
   EXPECT_EQ(Plain(nullptr), 1);
   EXPECT_EQ(recorder.Take(), (Calls{L"create <probe>", L"delete <probe>"}));

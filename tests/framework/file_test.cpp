@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 
+#include "support/CurrentFolder.h"
 #include "support/ImportHook.h"
 #include "support/TempFolder.h"
 
@@ -83,13 +84,10 @@ TEST_F(File, StatusOfFoldersAndRelativePaths) {
   ASSERT_TRUE(CFile::GetStatus(L"X:\\", status));
   EXPECT_TRUE(status.m_attribute & FILE_ATTRIBUTE_DIRECTORY);
 
-  wchar_t before[MAX_PATH];
-  ::GetCurrentDirectoryW(MAX_PATH, before);
-  ASSERT_TRUE(::SetCurrentDirectoryW(folder_.path().c_str()));
+  const test::CurrentFolder current(folder_.path());
   folder_.File(L"f.txt", "1");
   EXPECT_TRUE(CFile::GetStatus(L"inner\\..\\f.txt", status));
   EXPECT_EQ(status.m_szFullName, folder_ / L"f.txt");
-  ::SetCurrentDirectoryW(before);
 }
 
 TEST_F(File, StatusOfWhatIsNoSingleFile) {
@@ -289,13 +287,10 @@ TEST_F(File, FinderListsEachEntryOnce) {
 TEST_F(File, FinderGivesFullPaths) {
   folder_.Folder(L"inner");
   folder_.File(L"inner\\f.txt", "");
-  wchar_t before[MAX_PATH];
-  ::GetCurrentDirectoryW(MAX_PATH, before);
-  ASSERT_TRUE(::SetCurrentDirectoryW(folder_.path().c_str()));
+  const test::CurrentFolder current(folder_.path());
   EXPECT_EQ(Found(L"inner\\*.*"), std::multiset<std::wstring>{folder_ / L"inner\\f.txt"});
   EXPECT_EQ(Found(L".\\inner/*.*"), std::multiset<std::wstring>{folder_ / L"inner\\f.txt"});
   EXPECT_EQ(Found(L"i*"), std::multiset<std::wstring>{folder_ / L"inner\\"});
-  ::SetCurrentDirectoryW(before);
 }
 
 TEST_F(File, FinderClosesWhatItOpened) {

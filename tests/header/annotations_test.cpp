@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "application/Installation.h"
+#include "support/CurrentFolder.h"
 #include "support/InvalidParameter.h"
 #include "support/Library.h"
 
@@ -153,13 +154,7 @@ Type NullOr(bool null, Arguments& arguments) {
 
 class Annotations : public ::testing::Test {
  protected:
-  Annotations() {
-    installation_.common = installation_.user = temp_.path();
-    ::GetCurrentDirectoryW(MAX_PATH, before_);
-    // What is meant for a file without a name finds nothing but this folder.
-    ::SetCurrentDirectoryW(temp_.path().c_str());
-  }
-  ~Annotations() override { ::SetCurrentDirectoryW(before_); }
+  Annotations() { installation_.common = installation_.user = temp_.path(); }
 
   template <class Result, class... Types>
   void Check(const std::string& name, unsigned ordinal, Result (*)(Types...)) {
@@ -193,7 +188,8 @@ class Annotations : public ::testing::Test {
   const std::string header_ = test::ReadBytes(L"ZERATools.h");
   const test::TempFolder temp_;
   test::Installation installation_{temp_ / L"view.exe"};
-  wchar_t before_[MAX_PATH];
+  // What is meant for a file without a name finds nothing but this folder.
+  const test::CurrentFolder current_{temp_.path()};
   int exports_ = 0, tried_ = 0, optional_ = 0;
 };
 

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "file/DirectoryApi.h"
+#include "support/OpenSearches.h"
 #include "support/Rounds.h"
 
 namespace {
@@ -14,17 +15,6 @@ constexpr int kFolders = 3, kFilesEach = 5;
 constexpr int kFiles = kFolders * kFilesEach;
 
 std::atomic<int> deletions, wanted, reached;
-int searches;
-
-HANDLE WINAPI First(const wchar_t* pattern, WIN32_FIND_DATAW* found) {
-  const HANDLE search = ::FindFirstFileW(pattern, found);
-  searches += search != INVALID_HANDLE_VALUE;
-  return search;
-}
-BOOL WINAPI Close(HANDLE search) {
-  --searches;
-  return ::FindClose(search);
-}
 
 BOOL WINAPI Deleting(const wchar_t* path) {
   const BOOL deleted = ::DeleteFileW(path);
@@ -91,12 +81,12 @@ TEST_F(AbortedWalks, StopBeforeTheNextEntry) {
       reached = 2;
     });
     {
-      const test::ImportHook hooks[] = {
-          {"DeleteFileW", &Deleting}, {"FindFirstFileW", &First}, {"FindClose", &Close}};
+      const test::ImportHook hook("DeleteFileW", &Deleting);
+      const test::OpenSearches searches;
       const test::HeapWatch heap;
       EXPECT_EQ(Walk(&flag), 1);
       EXPECT_EQ(heap.Outstanding(), 0);
-      EXPECT_EQ(searches, 0);
+      EXPECT_EQ(searches.Count(), 0);
     }
     other.join();
     EXPECT_EQ(deletions, wanted);

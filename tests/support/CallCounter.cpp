@@ -5,6 +5,7 @@
 
 #include <cstring>
 
+#include "Imports.h"
 #include "Library.h"
 
 namespace test {
@@ -24,13 +25,6 @@ void Write(unsigned char* code, void* function) {
   std::memcpy(code + 23, "\xFF\xE0", 2);
 }
 
-void Store(void** place, void* value) {
-  DWORD protection = 0;
-  ::VirtualProtect(place, sizeof *place, PAGE_READWRITE, &protection);
-  *place = value;
-  ::VirtualProtect(place, sizeof *place, protection, &protection);
-}
-
 // The name that a call is counted under; empty if it is left out. Which function of the heap it is depends on
 // the compiler, and what is taken is given back, as other tests see.
 std::string KindOf(const std::string& name) {
@@ -43,28 +37,16 @@ std::string KindOf(const std::string& name) {
 }  // namespace
 
 CallCounter::CallCounter() {
-  auto* const base = reinterpret_cast<BYTE*>(Library());
-  const auto* const dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
-  const auto* const headers = reinterpret_cast<const IMAGE_NT_HEADERS64*>(base + dos->e_lfanew);
-  const auto& directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-  auto* import = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
-  for (; import->Name; ++import) {
-    const auto* names = reinterpret_cast<const IMAGE_THUNK_DATA64*>(base + import->OriginalFirstThunk);
-    auto* places = reinterpret_cast<void**>(base + import->FirstThunk);
-    for (; names->u1.AddressOfData; ++names, ++places) {
-      if (IMAGE_SNAP_BY_ORDINAL64(names->u1.Ordinal)) continue;
-      const auto* const byName =
-          reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
-      // Data, not a function.
-      MEMORY_BASIC_INFORMATION memory = {};
-      ::VirtualQuery(*places, &memory, sizeof memory);
-      if ((memory.Protect &
-           (PAGE_EXECUTE | PAGE_EXECUTE_READ | PAGE_EXECUTE_READWRITE | PAGE_EXECUTE_WRITECOPY)) == 0) {
-        continue;
-      }
-      entries_.push_back({reinterpret_cast<const char*>(byName->Name), places, *places, nullptr});
+  ForEachImport(Library(), [this](const char* name, void** place) {
+    // Data, not a function.
+    MEMORY_BASIC_INFORMATION memory = {};
+    ::VirtualQuery(*place, &memory, sizeof memory);
+    if ((memory.Protect &
+         (PAGE_EXECUTE | PAGE_EXECUTE_READ | PAGE_EXECUTE_READWRITE | PAGE_EXECUTE_WRITECOPY)) == 0) {
+      return;
     }
-  }
+    entries_.push_back({name, place, *place, nullptr});
+  });
   code_ = static_cast<unsigned char*>(
       ::VirtualAlloc(nullptr, entries_.size() * kCodeSize, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE));
   unsigned char* next = code_;
@@ -72,12 +54,12 @@ CallCounter::CallCounter() {
     entry.code = next;
     next += kCodeSize;
     Write(entry.code, entry.original);
-    Store(entry.place, entry.code);
+    StoreImport(entry.place, entry.code);
   }
 }
 
 CallCounter::~CallCounter() {
-  for (const Entry& entry : entries_) Store(entry.place, entry.original);
+  for (const Entry& entry : entries_) StoreImport(entry.place, entry.original);
   ::VirtualFree(code_, 0, MEM_RELEASE);
 }
 

@@ -9,37 +9,18 @@
 #include <memory>
 #include <vector>
 
+#include "Imports.h"
 #include "Library.h"
 
 namespace test {
 namespace {
 
 void** FindEntry(HMODULE module, const char* name) {
-  auto* const base = reinterpret_cast<BYTE*>(module);
-  const auto* const dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
-  const auto* const headers = reinterpret_cast<const IMAGE_NT_HEADERS64*>(base + dos->e_lfanew);
-  const auto& directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-  auto* import = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
-  for (; import->Name; ++import) {
-    const auto* names = reinterpret_cast<const IMAGE_THUNK_DATA64*>(base + import->OriginalFirstThunk);
-    auto* entries = reinterpret_cast<IMAGE_THUNK_DATA64*>(base + import->FirstThunk);
-    for (; names->u1.AddressOfData; ++names, ++entries) {
-      if (IMAGE_SNAP_BY_ORDINAL64(names->u1.Ordinal)) continue;
-      const auto* const byName =
-          reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
-      if (std::strcmp(reinterpret_cast<const char*>(byName->Name), name) == 0) {
-        return reinterpret_cast<void**>(&entries->u1.Function);
-      }
-    }
-  }
-  return nullptr;
-}
-
-void Store(void** entry, void* value) {
-  DWORD protection = 0;
-  ::VirtualProtect(entry, sizeof *entry, PAGE_READWRITE, &protection);
-  *entry = value;
-  ::VirtualProtect(entry, sizeof *entry, protection, &protection);
+  void** found = nullptr;
+  ForEachImport(module, [&](const char* one, void** entry) {
+    if (!found && std::strcmp(one, name) == 0) found = entry;
+  });
+  return found;
 }
 
 std::atomic<int> allocations;
@@ -77,11 +58,11 @@ ImportHook::ImportHook(const char* name, void* replacement, HMODULE module) {
     return;
   }
   original_ = *entry_;
-  Store(entry_, replacement);
+  StoreImport(entry_, replacement);
 }
 
 ImportHook::~ImportHook() {
-  if (entry_) Store(entry_, original_);
+  if (entry_) StoreImport(entry_, original_);
 }
 
 bool IsImported(const char* name, HMODULE module) {
