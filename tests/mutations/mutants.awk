@@ -14,6 +14,22 @@ function replace(from, to,   at, rest) {
   }
 }
 
+# The same for a whole word.
+function swap(from, to,   at, rest) {
+  rest = 1
+  while ((at = index(substr(code, rest), from)) > 0) {
+    at += rest - 1
+    rest = at + length(from)
+    if (substr(code, at - 1, 1) !~ /[A-Za-z0-9_]/ && substr(code, rest, 1) !~ /[A-Za-z0-9_]/)
+      mutant(substr($0, 1, at - 1) to substr($0, rest))
+  }
+}
+
+BEGIN {
+  words = split("min max find rfind front back break continue source target section key m_ctime m_mtime Lock Unlock " \
+    "CP_ACP CP_UTF8 kRead kWrite", twins, " ")
+}
+
 # The line with texts, characters and comments blotted out, place for place.
 function code_of(line,   at, one, inside, result) {
   for (at = 1; at <= length(line); ++at) {
@@ -50,13 +66,31 @@ function code_of(line,   at, one, inside, result) {
   replace(" && ", " || "); replace(" || ", " && ")
   replace(" & ", " | "); replace(" | ", " & "); replace(" << ", " >> "); replace(" >> ", " << ")
   replace(" ? ", " ? !"); replace("true", "false"); replace("false", "true")
+  if (code !~ /^ *(for|while) /) { replace("++", "--"); replace("--", "++") }
 
-  # Whole numbers become one more.
+  # What stands on its head, and the other of two alike.
+  rest = 1
+  while (match(substr(code, rest), /[(& |]![A-Za-z:(*]/)) {
+    at = rest + RSTART
+    mutant(substr($0, 1, at - 1) substr($0, at + 1))
+    rest = at + 1
+  }
+  for (word = 1; word < words; word += 2) { swap(twins[word], twins[word + 1]); swap(twins[word + 1], twins[word]) }
+  rest = 1
+  while (match(substr(code, rest), /\([A-Za-z_][A-Za-z0-9_.]*, [A-Za-z_][A-Za-z0-9_.]*\)/)) {
+    at = rest + RSTART
+    split(substr($0, at, RLENGTH - 2), pair, ", ")
+    mutant(substr($0, 1, at - 1) pair[2] ", " pair[1] substr($0, at + RLENGTH - 2))
+    rest = at + 1
+  }
+
+  # Whole numbers become one more and one less.
   rest = 1
   while (match(substr(code, rest), /[^A-Za-z0-9_.'][0-9]+[^A-Za-z0-9_.'x]/)) {
     at = rest + RSTART
     count = RLENGTH - 2
     mutant(substr($0, 1, at - 1) (substr($0, at, count) + 1) substr($0, at + count))
+    if (substr($0, at, count) > 0) mutant(substr($0, 1, at - 1) (substr($0, at, count) - 1) substr($0, at + count))
     rest = at + count
   }
 }
