@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Changes the library's sources, one place at a time, and sees whether the tests notice:
-#   mutate.sh [--seed N] [--count N] [FILE ...]
+#   mutate.sh [--seed N] [--count N] [FILE | FILE:LINE ...]
 # N changes (default 20) are chosen among all that tests/mutations/mutants.awk finds in the FILEs below src/ (default
-# all); the same seed (default 1) chooses the same. Each is judged by the programs that tests/mutations/tests.txt names
-# for its file. Ends with 0 when each change was noticed or stands with its reason in tests/mutations/survivors.txt.
+# all), or in one line of a file; the same seed (default 1) chooses the same. Each is judged by the programs that
+# tests/mutations/tests.txt names for its file. Ends with 0 when each change was noticed or stands with its reason in
+# tests/mutations/survivors.txt.
 #
 # A changed library may delete what it should not. It is built and run in a copy of the tree below build/mutations,
 # in a Wine prefix of its own that shows nothing but that copy's build folder; whatever is missing there afterwards
@@ -23,7 +24,7 @@ while [ $# -gt 0 ]; do
       shift ;;
     -*) fail "no option $1; see mutate.sh --help" ;;
     *)
-      [[ $1 == src/*.cpp || $1 == src/*.h ]] && [ -f "$1" ] || fail "$1 is no source of the library"
+      [[ $1 =~ ^src/[A-Za-z0-9_/]+\.(cpp|h)(:[0-9]+)?$ ]] && [ -f "${1%:*}" ] || fail "$1 is no source of the library"
       files+=("$1") ;;
   esac
   shift
@@ -34,7 +35,10 @@ tests_of() { awk -v name="$1" '!/^#/ && index(name, $1) == 1 { $1 = ""; print; e
 
 # The changes that the seed chooses, by numbers of a generator that every awk calculates exactly. Those of one file
 # stand together: what includes it is then not built once more for having it back.
-changes=$(awk -f tests/mutations/mutants.awk "${files[@]}" |
+changes=$(printf '%s\n' "${files[@]%:*}" | LC_ALL=C sort -u | xargs awk -f tests/mutations/mutants.awk |
+  awk -F '\t' -v files="${files[*]}" '
+    BEGIN { count = split(files, names, " "); for (at = 1; at <= count; ++at) wanted[names[at]] }
+    $1 in wanted || ($1 ":" $2) in wanted' |
   awk -v seed="$seed" 'BEGIN { number = seed } { number = number * 16807 % 2147483647; print number "\t" $0 }' |
   sort -n | awk -v count="$count" 'NR <= count' | cut -f 2- | sort -s -t $'\t' -k 1,1)
 [ -n "$changes" ] || fail "nothing to change there"
@@ -49,7 +53,7 @@ scripts/setup.sh test
 copy=$top/build/mutations
 mkdir -p "$copy/build"
 git ls-files -z --cached --others --exclude-standard | xargs -0 ls -d 2>/dev/null | xargs cp -pu --parents -t "$copy"
-diff -rq src "$copy/src" | sed -n 's/^Files \([^ ]*\) and .* differ$/\1/p' | while read -r name; do cp "$name" "$copy/$name"; done
+{ diff -rq src "$copy/src" || true; } | sed -n 's/^Files \([^ ]*\) and .* differ$/\1/p' | while read -r name; do cp "$name" "$copy/$name"; done
 bin=$copy/build/release/bin
 prefix=$copy/build/wine-tests
 in_copy() { env -u ZERA_PREFIX "$copy/scripts/$1" "${@:2}"; }
@@ -61,6 +65,8 @@ prepare() {
   (cd "$copy" && cmake --preset tests -DCMAKE_CXX_FLAGS_RELEASE='-O0 -DNDEBUG') >"$copy/build/log" 2>&1 &&
     make_in_copy ZERATools "${programs[@]}" || { cat "$copy/build/log" >&2; exit 1; }
   in_copy prefix.sh
+  mkdir -p "$copy/kept"
+  cp -pu "$bin"/*.* "$copy/kept/"
   prepared >"$copy/build/prepared"
 }
 # What a changed library may have destroyed besides its own folder for temporary files.
@@ -69,11 +75,14 @@ repair() {
   if [ ! -e "$copy/build/release/build.ninja" ] || ! prepared | cmp -s - "$copy/build/prepared"; then
     stop_wine
     rm -rf "$prefix"
+    mkdir -p "$bin"
+    cp -pu "$copy"/kept/* "$bin/"
     prepare
   fi
 }
 
-# passes SECONDS PROGRAM: built with the sources as they are in the copy. The zone is one with summer in December.
+# passes SECONDS PROGRAM: built with the sources as they are in the copy, and to its end. The zone is one with summer
+# in December.
 passes() {
   local status=0
   make_in_copy "$2" || return 1
@@ -81,7 +90,7 @@ passes() {
     timeout -k 5 "$1" "$copy/scripts/wine-run.sh" "$bin/$2.exe" --gtest_brief=1 --gtest_fail_fast \
     >"$copy/build/said" 2>&1 || status=$?
   if [ $status -ge 124 ] && [ $status -le 137 ]; then stop_wine; in_copy prefix.sh; fi
-  return $status
+  [ $status -eq 0 ] && grep -qF '[  PASSED  ]' "$copy/build/said"
 }
 
 # The library as it is passes, or nothing that follows says anything. How long that takes limits the others.
@@ -96,12 +105,12 @@ as_it_is() {
     else
       echo "the library as it is fails $by$1:" >&2
       cat "$copy/build/said" >&2
-      limits[$by]=0
       unreliable=1
     fi
   done
 }
 as_it_is ""
+[ $unreliable -eq 0 ] || exit 1
 
 made=0 noticed=0 explained=0 survived=0 uncompiled=0
 while IFS=$'\t' read -r -u 3 name number line changed; do
@@ -114,7 +123,7 @@ while IFS=$'\t' read -r -u 3 name number line changed; do
   made=$((made + 1))
   by=
   for program in $(tests_of "$name"); do
-    if [ "${limits[$program]}" -gt 0 ] && ! passes "${limits[$program]}" "$program"; then
+    if ! passes "${limits[$program]}" "$program"; then
       by=$program
       break
     fi

@@ -68,6 +68,16 @@ TEST(HexText, WhatIsRead) {
   }
 }
 
+// The result has no room to spare: the last numbers are written otherwise than those before them.
+TEST(HexText, ShortNumbersAtTheEnd) {
+  const std::wstring units = L"\u0001\u0020\u0FFF\uFFFF";
+  for (unsigned choice = 0; choice < 1024; ++choice) {
+    std::wstring text;
+    for (int i = 0; i < 5; ++i) text += units[choice >> 2 * i & 3];
+    ASSERT_EQ(Convert(UcToHex, text), Hex(text)) << choice;
+  }
+}
+
 TEST(HexText, EveryUnitSurvivesTheWayThereAndBack) {
   for (unsigned unit = 1; unit <= 0xFFFF; ++unit) {
     const std::wstring text(1, static_cast<wchar_t>(unit));

@@ -162,6 +162,10 @@ TEST(Errors, MessagesComeFromThePlatform) {
   EXPECT_FALSE(unknown.GetErrorMessage(text, 200));
   EXPECT_EQ(text[0], 0);
   text[0] = L'x';
+  CFileException untold(CFileException::diskFull, 0x1FFFFFFF, nullptr);
+  EXPECT_FALSE(untold.GetErrorMessage(text, 200)) << "a code that the platform has no text for";
+  EXPECT_EQ(text[0], 0);
+  text[0] = L'x';
   EXPECT_FALSE(file.GetErrorMessage(text, 0));
   EXPECT_EQ(text[0], L'x');
   EXPECT_FALSE(file.GetErrorMessage(nullptr, 200));

@@ -21,29 +21,43 @@ __attribute__((noinline)) int Overflow(int count) {
   return buffer[3];
 }
 
-// Ends its process, so it never runs among the others: the test below starts it in a process of its own.
+// These end their process, so they never run among the others: the tests below start each in a process of its
+// own.
 TEST(StackGuard, DISABLED_Overflow) {
   Overflow(16 + 16);
   ::ExitProcess(7);
 }
+TEST(StackGuard, DISABLED_UpperHalf) {
+  ::ExitProcess(static_cast<UINT>(__stack_chk_guard >> 32));
+}
 
-TEST(StackGuard, OverflowEndsTheProcessAtOnce) {
-  EXPECT_EQ(Overflow(16), 'x') << "a full buffer is none";
+// What such a process ends with.
+DWORD EndOf(const wchar_t* test) {
   wchar_t program[MAX_PATH];
-  ASSERT_NE(::GetModuleFileNameW(nullptr, program, MAX_PATH), 0u);
+  EXPECT_NE(::GetModuleFileNameW(nullptr, program, MAX_PATH), 0u);
   std::wstring command = L"\"" + std::wstring(program) +
-                         L"\" --gtest_also_run_disabled_tests --gtest_filter=StackGuard.DISABLED_Overflow";
+                         L"\" --gtest_also_run_disabled_tests --gtest_filter=StackGuard.DISABLED_" + test;
   STARTUPINFOW startup = {};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION process = {};
-  ASSERT_TRUE(test::StartProcess(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+  EXPECT_TRUE(test::StartProcess(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                                  &startup, &process));
   EXPECT_EQ(::WaitForSingleObject(process.hProcess, 60'000), WAIT_OBJECT_0);
   DWORD code = 0;
   ::GetExitCodeProcess(process.hProcess, &code);
   ::CloseHandle(process.hThread);
   ::CloseHandle(process.hProcess);
-  EXPECT_EQ(code, static_cast<DWORD>(STATUS_STACK_BUFFER_OVERRUN));
+  return code;
+}
+
+TEST(StackGuard, OverflowEndsTheProcessAtOnce) {
+  EXPECT_EQ(Overflow(16), 'x') << "a full buffer is none";
+  EXPECT_EQ(EndOf(L"Overflow"), static_cast<DWORD>(STATUS_STACK_BUFFER_OVERRUN));
+}
+
+TEST(StackGuard, EachProcessHasItsOwn) {
+  const DWORD first = EndOf(L"UpperHalf");
+  EXPECT_NE(first, EndOf(L"UpperHalf")) << "chosen from few";
 }
 
 TEST(StackGuard, ValueIsChosenAtTheStart) {

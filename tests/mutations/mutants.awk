@@ -111,7 +111,7 @@ code ~ /^ *(\} else )?if \(.*\)/ {
 
 # Statements go: calls, assignments, and what a condition of one line does.
 bare ~ /^ *[A-Za-z_:*+-][A-Za-z0-9_:.>()*\[\]-]*(\(| [-+|&]?= |;$|\+\+;$).*;$/ && code !~ /^ *(return|if|while|for|else|case|default)/ &&
-    code !~ /^ *[A-Za-z_:<>*&]+ [A-Za-z_]+(;|\(| =|\{)/ {
+    code !~ / = (delete|default);/ && code !~ /^ *[A-Za-z_:<>*&]+ [A-Za-z_]+(;|\(| =|\{)/ {
   match($0, /^ */)
   mutant(substr($0, 1, RLENGTH) ";")
 }

@@ -78,7 +78,7 @@ expect 2 'no group "gui"' setup gui
 cp -r "$top/src" "$top/tests" "$work/clone/"
 expect 0 'coverage.sh --report' "$work/clone/scripts/coverage.sh" --help
 expect 2 '--report stands alone' "$work/clone/scripts/coverage.sh" --report path_test
-expect 0 'mutate.sh [--seed N] [--count N] [FILE ...]' "$work/clone/scripts/mutate.sh" --help
+expect 0 'mutate.sh [--seed N] [--count N] [FILE | FILE:LINE ...]' "$work/clone/scripts/mutate.sh" --help
 expect 2 '--seed wants a whole number' "$work/clone/scripts/mutate.sh" --seed -3
 expect 2 'no option --files' "$work/clone/scripts/mutate.sh" --files src/file/Path.h
 expect 2 'tests/isolation.sh is no source' "$work/clone/scripts/mutate.sh" tests/isolation.sh
