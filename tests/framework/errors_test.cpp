@@ -132,6 +132,18 @@ TEST(Errors, CalendarTimes) {
   fields.tm_mday = 1;
   fields.tm_hour = 1;
   EXPECT_EQ(CTime(1980, 1, 1, 1, 0, 0, 0).GetTime(), ::_mktime64(&fields));
+  // The first and the last that each field may be (not 1 January 1970, which may lie before the epoch).
+  const int good[][6] = {{1970, 1, 2, 0, 0, 0}, {1970, 12, 31, 23, 59, 59}};
+  for (const auto& row : good) {
+    fields = {};
+    fields.tm_year = row[0] - 1900;
+    fields.tm_mon = row[1] - 1;
+    fields.tm_mday = row[2];
+    fields.tm_hour = row[3];
+    fields.tm_min = row[4];
+    fields.tm_sec = row[5];
+    EXPECT_EQ(CTime(row[0], row[1], row[2], row[3], row[4], row[5], 0).GetTime(), ::_mktime64(&fields));
+  }
   const int bad[][6] = {{1969, 1, 1, 0, 0, 0},  {1980, 0, 1, 0, 0, 0},  {1980, 13, 1, 0, 0, 0},
                         {1980, 1, 0, 0, 0, 0},  {1980, 1, 32, 0, 0, 0}, {1980, 1, 1, -1, 0, 0},
                         {1980, 1, 1, 24, 0, 0}, {1980, 1, 1, 0, 60, 0}, {1980, 1, 1, 0, 0, 60}};
