@@ -38,4 +38,14 @@ build "${needed[@]}"
 . scripts/wine-env.sh
 trap wine_stop EXIT
 echo "Testing (log: build/release/Testing/Temporary/LastTest.log) ..."
-ctest --preset tests --output-on-failure -j "$(nproc)" "$@"
+
+# Before the summary, which comes last, stand the figures of the tests that count what they tried.
+with_figures() {
+  local line summary=
+  while IFS= read -r line; do
+    if [ -n "$summary" ] || [[ $line =~ ^[0-9]+%\ tests\ passed ]]; then summary+=$line$'\n'; else printf '%s\n' "$line"; fi
+  done
+  tr -d '\r' <build/release/Testing/Temporary/LastTest.log | sed -nE '/^(fault harness|fuzz [a-z]+|garbage|load): /p'
+  printf '\n%s' "$summary"
+}
+ctest --preset tests --output-on-failure -j "$(nproc)" "$@" | with_figures
