@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "Crash.h"
 #include "Library.h"
 #include "Wine.h"
 
@@ -28,24 +29,6 @@ bool StartedByKit() {
          (::GetModuleFileNameW(nullptr, program, ARRAYSIZE(program)), std::wstring(program) == L"X:\\");
 }
 
-// A program that crashes has failed: Wine's debugger gives some of them the exit code 0, those that crash
-// within the platform's own code. (In a debugger the crash is seen before this.)
-LONG WINAPI Crashed(EXCEPTION_POINTERS* crash) {
-  const EXCEPTION_RECORD& record = *crash->ExceptionRecord;
-  HMODULE module = nullptr;
-  char name[MAX_PATH] = "";
-  ::GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       static_cast<const char*>(record.ExceptionAddress), &module);
-  ::GetModuleFileNameA(module, name, MAX_PATH);
-  const auto offset = static_cast<const char*>(record.ExceptionAddress) - reinterpret_cast<char*>(module);
-  std::fprintf(stderr, "ended by exception %08lx at %s + 0x%llx\n", record.ExceptionCode, name,
-               static_cast<unsigned long long>(offset));
-  std::fflush(stdout);
-  std::fflush(stderr);
-  ::TerminateProcess(::GetCurrentProcess(), 3);
-  return EXCEPTION_CONTINUE_SEARCH;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -66,7 +49,7 @@ int main(int argc, char** argv) {
   // the platform.
   if (test::WineVersion()) ::_putenv("TZ=");
   ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
-  ::SetUnhandledExceptionFilter(&Crashed);
+  test::EndOnCrash();
   if (::IsDebuggerPresent()) {
     // There from the start, for breakpoints in it.
     test::Library();
