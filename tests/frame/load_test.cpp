@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -28,8 +29,9 @@ int FreeTlsIndexes() {
 // What is allocated from the process's heaps; the C runtime's is one of them.
 long long HeapBytes() {
   HANDLE heaps[64];
-  const DWORD count = ::GetProcessHeaps(ARRAYSIZE(heaps), heaps);
-  EXPECT_LE(count, ARRAYSIZE(heaps));
+  const DWORD there = ::GetProcessHeaps(ARRAYSIZE(heaps), heaps);
+  EXPECT_LE(there, ARRAYSIZE(heaps));
+  const DWORD count = std::min<DWORD>(there, ARRAYSIZE(heaps));
   long long sum = 0;
   for (DWORD at = 0; at < count; ++at) {
     PROCESS_HEAP_ENTRY entry = {};
