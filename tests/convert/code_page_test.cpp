@@ -196,4 +196,20 @@ TEST(CodePage, LongTextsTakeLinearWork) {
   EXPECT_LT(heap.Allocations(), 64);
 }
 
+int WINAPI RefuseUtf16(UINT, DWORD, LPCWCH, int, LPSTR, int, LPCCH, LPBOOL) {
+  return 0;
+}
+int WINAPI RefuseBytes(UINT, DWORD, LPCCH, int, LPWSTR, int) {
+  return 0;
+}
+
+TEST(CodePage, CharactersThatThePlatformRefusesGiveNothing) {
+  const test::ImportHook utf16("WideCharToMultiByte", &RefuseUtf16);
+  const test::ImportHook bytes("MultiByteToWideChar", &RefuseBytes);
+  EXPECT_EQ(Convert(UcToMbc, std::wstring(L"a\u20ACb\u0416")), "ab");
+  EXPECT_EQ(Convert(Char8ToUc, std::string("a\x80"
+                                           "b\xFF")),
+            L"ab");
+}
+
 }  // namespace
