@@ -211,6 +211,24 @@ TEST(Room, IsNotMadeForAnEmptyText) {
   EXPECT_EQ(manager.allocations, 0);
 }
 
+void* __cdecl NoCalloc(size_t, size_t) {
+  return nullptr;
+}
+
+// What the code page makes of characters above U+00FF is kept during a call, in memory asked for when the
+// first of them comes.
+TEST(Room, ForCharactersAskedIsExhaustedMemory) {
+  test::CountingManager manager;
+  test::HostString<char> out(manager);
+  {
+    test::ImportHook hook("calloc", &NoCalloc);
+    EXPECT_EQ(test::RaisedBy([&] { UcToMbc(L"a\u20AC", out.object()); }), test::kMemoryException);
+  }
+  EXPECT_EQ(out.text(), "");
+  UcToMbc(L"a\u20AC", out.object());
+  EXPECT_EQ(out.text(), "a\x80");
+}
+
 // Memory that is exhausted, the host's or the library's, is the framework's memory exception.
 TYPED_TEST(Results, ExhaustedHostRaisesTheMemoryException) {
   for (const auto& one : Cases<TypeParam>()) {
