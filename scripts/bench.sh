@@ -7,6 +7,7 @@
 #   scripts/bench.sh ... --update-docs   puts the run's table and pictures into docs/
 #   scripts/bench.sh ... --passes=N  other than 3 passes, or 5 of --full
 #   scripts/bench.sh ... --built     neither installs nor builds
+#   scripts/bench.sh --report        table and pictures once more, from the lines of the last run
 # The result is a table, CSV and pictures in build/bench/. It ends with 0 when everything was measured, whatever
 # came out.
 #
@@ -17,14 +18,15 @@ set -euo pipefail
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 cd "$top"
 
-mode=standard update= built= wanted=
+mode=standard update= built= wanted= report=
 for argument in "$@"; do
   case $argument in
     --quick | --full) mode=${argument#--} ;;
     --update-docs) update=1 ;;
     --passes=[1-9]*) wanted=${argument#*=} ;;
     --built) built=1 ;;
-    *) sed -n '3,9s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
+    --report) report=1 built=1 ;;
+    *) sed -n '3,10s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
   esac
 done
 case $mode in
@@ -78,18 +80,26 @@ measure() {
     tr -d '\r' >&2
   sed "s/^/$pass,/" "$out/$what-$pass" >>"$out/$what.csv"
 }
-header=pass,family,operation,size,batches,ours_ns,ours_median_ns,bare_ns,bare_median_ns,plain_ns,plain_median_ns
-echo "$header" | tee "$out/rows.csv" >"$out/growth.csv"
-echo pass,family,operation,size,peak_kib >"$out/memory.csv"
-for ((pass = 1; pass <= passes; ++pass)); do
-  say "pass $pass of $passes"
-  measure rows "$pass"
-done
-say 'growth'
-measure growth 1
-say 'memory'
-measure memory 1
-mv "$out"/{rows,growth,memory}.csv "$result/"
+about() {
+  printf '%s; %s; %s; %s, passes: %d, minutes: %d; %s.\n' "$(date +%Y-%m-%d)" \
+    "$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -1)" "$("$WINE" --version 2>/dev/null)" "$mode" "$passes" \
+    "$(((SECONDS - start + 59) / 60))" "load of the machine at the end $(cut -d' ' -f1 /proc/loadavg)"
+}
+if [ -z "$report" ]; then
+  header=pass,family,operation,size,batches,ours_ns,ours_median_ns,bare_ns,bare_median_ns,plain_ns,plain_median_ns
+  echo "$header" | tee "$out/rows.csv" >"$out/growth.csv"
+  echo pass,family,operation,size,peak_kib >"$out/memory.csv"
+  for ((pass = 1; pass <= passes; ++pass)); do
+    say "pass $pass of $passes"
+    measure rows "$pass"
+  done
+  say 'growth'
+  measure growth 1
+  say 'memory'
+  measure memory 1
+  about >"$out/about.txt"
+  mv "$out"/{rows,growth,memory}.csv "$out/about.txt" "$result/"
+fi
 data=(bench/figures.csv "$result"/{rows,growth,memory}.csv)
 
 # --------------------------------------------------------------------------------------------------
@@ -127,12 +137,7 @@ fi
 # --------------------------------------------------------------------------------------------------
 # The table
 
-about() {
-  printf '%s; %s; %s; %s, passes: %d, minutes: %d; %s.\n' "$(date +%Y-%m-%d)" \
-    "$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -1)" "$("$WINE" --version 2>/dev/null)" "$mode" "$passes" \
-    "$(((SECONDS - start + 59) / 60))" "load of the machine at the end $(cut -d' ' -f1 /proc/loadavg)"
-}
-{ about; awk -v missed="$out/missed" -f bench/report.awk "${data[@]}"; } >"$result/table.txt"
+{ cat "$result/about.txt"; awk -v missed="$out/missed" -f bench/report.awk "${data[@]}"; } >"$result/table.txt"
 
 # Where a figure is missed: what the platform takes of it, by the library's own import table.
 : >"$result/profile.txt"
@@ -146,7 +151,7 @@ fi
 if [ -n "$update" ]; then
   {
     echo
-    about
+    cat "$result/about.txt"
     awk -v markdown=1 -f bench/report.awk "${data[@]}"
     if [ -s "$result/profile.txt" ]; then
       printf '\n### Where the missed ones spend their time\n\n'

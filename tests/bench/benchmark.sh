@@ -26,6 +26,11 @@ figures=$(grep -vc '^#' bench/figures.csv)
 verdicts=$(grep -cE ' [0-9]+/[0-9]+ +(met|missed|within the spread)' $result/table.txt)
 [ "$verdicts" -eq "$figures" ] || fail "$verdicts of $figures figures have a verdict"
 
+# The report can be had once more.
+cp $result/table.txt $result/first.txt
+ZERA_PREFIX=$PWD/build/wine-tests scripts/bench.sh --quick --report >/dev/null
+cmp $result/first.txt $result/table.txt || fail 'the report of the same lines differs'
+
 # A measurement that is missing is told.
 cut=$(mktemp)
 trap 'rm -f "$cut"' EXIT
