@@ -98,6 +98,8 @@ version_of() {
   in_root root dpkg-query -W -f '${Version}' "$1" 2>/dev/null | sed -E 's/^[0-9]+://; s/[-+~].*//' | cut -d. -f1,2
 }
 
+# What is tried, in all runs, also when more is committed meanwhile.
+commit=$(git -C "$top" rev-parse --short HEAD)
 status=0 rows=()
 for who in "${runs[@]}"; do
   case $who in
@@ -107,6 +109,7 @@ for who in "${runs[@]}"; do
   # One program of the root after the other may have been at work in the last clone; none is now.
   remove_root "$root$home/ZERATools"
   git clone -q --no-hardlinks "$top" "$root$home/ZERATools"
+  git -C "$root$home/ZERATools" checkout -q --detach "$commit"
   [ "$who" = root ] || chroot "$root" chown -R person:person "$home/ZERATools"
   results=()
   for command in demo test; do
@@ -130,7 +133,7 @@ Wine $(version_of wine) | ${results[0]} | ${results[1]} | ${tests:-none} |")
 done
 
 echo
-echo "Commit $(git -C "$top" rev-parse --short HEAD), $(nproc) processors:"
+echo "Commit $commit, $(nproc) processors:"
 echo
 echo '| Debian | built with | run with | demo.sh | test.sh | tests |'
 echo '|---|---|---|---|---|---|'
