@@ -417,7 +417,10 @@ TEST(ZtWhere, ModulesOfOthers) {
 
 TEST(ZtProcess, CountsAndEnds) {
   const test::TempFolder folder;
-  const std::wstring program = folder / L"sleeper.exe";
+  // Processes are counted and ended by name wherever they run: no other run of this test may have one of
+  // ours.
+  const std::wstring name = L"sleeper" + std::to_wstring(::GetCurrentProcessId());
+  const std::wstring program = folder / name + L".exe";
   ::CopyFileW(test::Beside(L"zt.exe").c_str(), program.c_str(), TRUE);
   ::CopyFileW(test::Beside(L"ZERATools.dll").c_str(), (folder / L"ZERATools.dll").c_str(), TRUE);
   EXPECT_ANSWER(1, L"0\r\n", Args{L"process", L"count", program});
@@ -431,11 +434,13 @@ TEST(ZtProcess, CountsAndEnds) {
          ::WaitForSingleObject(process.hProcess, 50) == WAIT_TIMEOUT) {
   }
   EXPECT_RESULT(0, L"1\r\n", Args{L"process", L"count", program});
-  EXPECT_RESULT(0, L"there was no process of the name SLEEPER.EXE\r\n",
-                Args{L"process", L"end", L"SLEEPER.EXE"});
+  const std::wstring shouted = L"S" + name.substr(1) + L".exe";
+  EXPECT_RESULT(0, L"there was no process of the name " + shouted + L"\r\n",
+                Args{L"process", L"end", shouted});
   EXPECT_EQ(static_cast<DWORD>(WAIT_TIMEOUT), ::WaitForSingleObject(process.hProcess, 100))
       << "case was ignored";
-  EXPECT_RESULT(0, L"ended 1 process of the name sleeper.exe\r\n", Args{L"process", L"end", L"sleeper.exe"});
+  EXPECT_RESULT(0, L"ended 1 process of the name " + name + L".exe\r\n",
+                Args{L"process", L"end", name + L".exe"});
   EXPECT_EQ(static_cast<DWORD>(WAIT_OBJECT_0), ::WaitForSingleObject(process.hProcess, 10000));
   ::CloseHandle(process.hProcess);
   ::CloseHandle(process.hThread);
