@@ -48,4 +48,5 @@ with_figures() {
   tr -d '\r' <build/release/Testing/Temporary/LastTest.log | sed -nE '/^(fault harness|fuzz [a-z]+|garbage|load): /p'
   printf '\n%s' "$summary"
 }
-ctest --preset tests --output-on-failure -j "$(nproc)" "$@" | with_figures
+# One more at once than there are processors: programs under Wine wait for its services much of the time.
+ctest --preset tests --output-on-failure -j $(($(nproc) + 1)) "$@" | with_figures
