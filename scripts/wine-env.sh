@@ -5,8 +5,6 @@ for WINE in /usr/lib/wine/wine64 wine64 wine; do
   WINE=$(command -v "$WINE" || true)
   [ -n "$WINE" ] && break
 done
-# What Wine starts may outlive the run that starts it, so it does not get that run's lock (descriptor 9).
-wineserver() { "$(PATH=$PATH:/usr/lib/wine type -P wineserver)" "$@" 9>&-; }
 
 export WINEPREFIX=${ZERA_PREFIX:-$top/build/wine-tests}
 export WINEARCH=win64
@@ -17,6 +15,18 @@ export XDG_DATA_HOME=$top/build/home
 # Debian 13's Wine ends with "free(): invalid pointer" when this is set.
 unset TMPDIR
 unset DISPLAY WAYLAND_DISPLAY
+
+# A program under Wine and Wine's server wait for each other at every call: on one processor that takes half the time
+# that it takes across two. The prefix of the tests has the first, others the last. With ZERA_PROCESSORS=all a program
+# has all of them.
+processors=$(sed -n 's/^Cpus_allowed_list:[^0-9]*//p' /proc/self/status)
+case $WINEPREFIX in
+  */wine-tests) on_one=(taskset -c "${processors%%[-,]*}") ;;
+  *) on_one=(taskset -c "${processors##*[-,]}") ;;
+esac
+# What Wine starts may outlive the run that starts it, so it does not get that run's lock (descriptor 9).
+wineserver() { "${on_one[@]}" "$(PATH=$PATH:/usr/lib/wine type -P wineserver)" "$@" 9>&-; }
+
 # Wine takes the ANSI code page from the locale's name: en_US gives 1252, ja_JP gives 932. With a locale
 # that is not installed it could use no file name beyond ASCII, so a copy of the C library's own UTF-8
 # locale goes by that name. (A copy: a link would show the machine's folder on drive X:.)
@@ -27,7 +37,8 @@ wine() {
     cp -rL /usr/lib/locale/C.utf8 "$locales/new.$$" && mv -T "$locales/new.$$" "$locales/$locale" 2>/dev/null || true
     rm -rf "$locales/new.$$"
   fi
-  env LOCPATH="$locales" LC_ALL="$locale" "$WINE" "$@" 9>&-
+  [ "${ZERA_PROCESSORS:-}" != all ] || on_one=()
+  "${on_one[@]}" env LOCPATH="$locales" LC_ALL="$locale" "$WINE" "$@" 9>&-
 }
 
 # The program stops here unless the prefix shows drive C: and as X: the build folder or a folder in it, nothing

@@ -79,10 +79,10 @@ printf '\e' | refuses 'Press a key'
 clean 'nothing was run'
 
 # All programs. Nothing lies outside the folder that did not before. What they test was tested from the build folder;
-# here each makes few rounds and every sixth of its tests, which shows that it runs from the kit. (The framework of the
+# here each makes few rounds and every twelfth of its tests, which shows that it runs from the kit. (The framework of the
 # tests reads the last two.) ZERA_TEST_SHARDS=1 makes all tests.
 before=$(everything)
-export ZERA_TEST_ROUNDS=${ZERA_TEST_ROUNDS:-10} GTEST_TOTAL_SHARDS=${ZERA_TEST_SHARDS:-6} GTEST_SHARD_INDEX=0
+export ZERA_TEST_ROUNDS=${ZERA_TEST_ROUNDS:-10} GTEST_TOTAL_SHARDS=${ZERA_TEST_SHARDS:-12} GTEST_SHARD_INDEX=0
 run /y || { code=$?; cat "$said" "$kit/report.txt" >&2; fail "run-tests.cmd ended with $code"; }
 unset ZERA_TEST_ROUNDS GTEST_TOTAL_SHARDS GTEST_SHARD_INDEX
 clean 'everything passed'
