@@ -51,6 +51,18 @@ TEST(Hex, PiecesEndAtTheFirstEmptyOne) {
   for (const auto& row : rows) EXPECT_EQ(Pieces(row.text), row.pieces) << ::testing::PrintToString(row.text);
 }
 
+// More than 32 bits are the runtime's own matter.
+TEST(Hex, UpToEightDigitsAreReadWithoutTheRuntime) {
+  for (const std::size_t length : {std::size_t{1}, std::size_t{7}, std::size_t{8}}) {
+    unsigned int number = 0;
+    EXPECT_TRUE(convert::ReadPlainHex(L"9abcdef01", length, number));
+    EXPECT_EQ(number, 0x9ABCDEF0u >> (32 - 4 * length));
+  }
+  unsigned int number = 0;
+  EXPECT_FALSE(convert::ReadPlainHex(L"9abcdef01", 9, number));
+  EXPECT_FALSE(convert::ReadPlainHex(L"9", 0, number));
+}
+
 TEST(Signs, OnlyDoubleByteDegreesDropTheTextBefore) {
   for (const int page : {0, 874, 932, 936, 949, 950, 1252, 1361, 65001}) {
     for (const auto& signs : {convert::SignsOfUtf16(page), convert::SignsOfLatin1(page)}) {

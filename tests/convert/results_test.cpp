@@ -6,6 +6,7 @@
 #include <string>
 
 #include "Conversions.h"
+#include "garbage/Fence.h"
 #include "support/HostException.h"
 #include "support/ImportHook.h"
 
@@ -200,6 +201,21 @@ TEST(Room, IsMeasuredForManyLongSigns) {
   EXPECT_EQ(out.text(), expected);
   EXPECT_EQ(manager.allocations, 1);
   EXPECT_EQ(manager.reallocations, 1);
+}
+
+// However many signs there are, nothing behind the text is read.
+TEST(Room, BehindALatinTextIsNotReadWhereItIsAllSigns) {
+  const test::ImportHook hook("_getmbcp", &PageWithoutSigns);
+  std::string expected;
+  for (std::size_t length = 1; length < 100; ++length) {
+    const garbage::Fence fence(length + 1, garbage::Fence::Side::kEnd);
+    std::fill_n(fence.data(), length, '\xB0');
+    fence.data()[length] = 0;
+    test::CountingManager manager;
+    test::HostString<char> out(manager);
+    Char8ToMbc(fence.data(), out.object());
+    ASSERT_EQ(out.text(), expected += "deg");
+  }
 }
 
 TEST(Room, IsNotMadeForAnEmptyText) {

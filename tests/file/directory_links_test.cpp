@@ -6,7 +6,6 @@
 
 #include "CallLog.h"
 #include "DirectoryApi.h"
-#include "support/ImportHook.h"
 
 namespace {
 
@@ -46,42 +45,6 @@ TEST(FolderLinks, DeletionsPassThemOverAndKeepThem) {
   EXPECT_FALSE(test::Exists(kLinks + L"tree\\top.log"));
   EXPECT_FALSE(test::Exists(kLinks + L"tree\\sub\\sub.log"));
   EXPECT_EQ(test::ReadBytes(kLinks + L"outside\\keep.log"), "keep\n");
-}
-
-// The folders of a cloud drive have the attribute of links as well, but another kind of reparse point.
-DWORD theTag;
-
-HANDLE WINAPI FindFirstWithTag(const wchar_t* path, WIN32_FIND_DATAW* data) {
-  const HANDLE search = ::FindFirstFileW(path, data);
-  if (std::wstring(data->cFileName) == L"cloud") data->dwReserved0 = theTag;
-  return search;
-}
-BOOL WINAPI FindNextWithAttribute(HANDLE search, WIN32_FIND_DATAW* data) {
-  const BOOL more = ::FindNextFileW(search, data);
-  if (std::wstring(data->cFileName) == L"cloud") data->dwFileAttributes |= FILE_ATTRIBUTE_REPARSE_POINT;
-  return more;
-}
-
-TEST(FolderLinks, OnlyReparsePointsThatNameAnotherPlaceAreLinks) {
-  const struct {
-    DWORD tag;
-    bool visited;
-  } rows[] = {
-      {0x9000001A, true},                   // cloud
-      {IO_REPARSE_TAG_DEDUP, true},         //
-      {IO_REPARSE_TAG_MOUNT_POINT, false},  // a junction
-      {IO_REPARSE_TAG_SYMLINK, false},      //
-      {0, false},                           // unknown
-  };
-  const test::ImportHook first("FindFirstFileW", &FindFirstWithTag);
-  const test::ImportHook next("FindNextFileW", &FindNextWithAttribute);
-  for (const auto& row : rows) {
-    const test::TempFolder temp;
-    test::Plant(temp, {L"cloud\\", L"cloud\\a.log"});
-    theTag = row.tag;
-    EXPECT_EQ(test::DirectoryApi(true).DeleteAll(temp.path(), L".log"), 1);
-    EXPECT_EQ(temp.Entries().empty(), row.visited) << std::hex << row.tag;
-  }
 }
 
 }  // namespace
