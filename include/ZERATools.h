@@ -1340,7 +1340,8 @@ ZERATOOLS_API(double) ZERA_TOOLS_ROUND_DOUBLE(double value, int decimals) ZERATO
 
 /// Ends every process of an executable's name, at once and with exit code 0.
 ///
-/// The caller's own process is ended too if its name matches. Nothing is saved, no window is asked.
+/// The caller's own process is ended too if its name matches. Nothing is saved, no window is asked. An empty
+/// name ends nothing.
 ///
 /// @param fileName  the executable's file name without a path; letter case counts, unlike in
 ///                  #ZERA_TOOLS_GETNUM_APPRUNNING

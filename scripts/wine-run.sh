@@ -9,6 +9,7 @@
 #
 # ZERA_PREFIX  the prefix (default build/wine-tests)
 # ZERA_LOCALE  the locale, and by it the ANSI code page (default en_US.UTF-8, 1252)
+# ZERA_TEST_SUCCESS  the exit code by which a test program says that its tests passed; another one is a failure, 0 too
 set -euo pipefail
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 . "$top/scripts/wine-env.sh"
@@ -29,4 +30,11 @@ if [[ $program != [A-Za-z]:* ]]; then
 else
   cd "$WINEPREFIX/drive_c"
 fi
-wine "$program" "$@"
+status=0
+wine "$program" "$@" || status=$?
+if [ -n "${ZERA_TEST_SUCCESS:-}" ]; then
+  [ $status -ne "$ZERA_TEST_SUCCESS" ] || exit 0
+  echo "wine-run: $program ended with $status" >&2
+  [ $status -ne 0 ] || status=1
+fi
+exit $status

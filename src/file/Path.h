@@ -183,7 +183,6 @@ inline IndexText FormatIndex(unsigned int index, unsigned int digits) {
   char reversed[10];
   std::size_t used = 0;
   for (; rest != 0; rest /= 10) reversed[used++] = static_cast<char>('0' + rest % 10);
-  if (least < used) least = used;
   if (least + negative > kMostComponent) {
     text.fits = false;
     return text;

@@ -27,7 +27,7 @@ constexpr std::size_t kSlot = kHeader + 64;
 constexpr std::size_t kSlots = 32;
 alignas(16) unsigned char slots[kSlots][kSlot];
 volatile LONG taken = 0;
-static_assert(kSlots == 8 * sizeof taken);
+static_assert(kSlots == 8 * sizeof taken && kHeader % 16 == 0 && kSlot % 16 == 0);
 
 void* TakeSlot(std::size_t size) {
   if (size > kSlot) return nullptr;

@@ -17,6 +17,8 @@ constexpr unsigned int kPostAttempts = 2000 / kPostPauseMs + 1;
 }  // namespace
 
 int Kill(const wchar_t* fileName) {
+  // A process that is just starting may be listed before it has a name. Nobody asks for that one.
+  if (!*fileName) return 1;
   const Snapshot processes(TH32CS_SNAPPROCESS);
   processes.EachProcess([&](const PROCESSENTRY32W& entry) {
     // KEPT FOR HOSTS: letter case counts here and not in the counting below. A host that ends

@@ -10,8 +10,10 @@
 #include <string>
 
 #include "support/CodePage.h"
+#include "support/HostException.h"
 #include "support/ImportHook.h"
 #include "support/Library.h"
+#include "support/TempFolder.h"
 
 // A host's own class, of a name that the library knows too.
 struct CException {
@@ -39,6 +41,27 @@ const auto GetExt = test::Export<decltype(ZERA_TOOLS_FILE_GET_EXT_UC)>(1013);
 void TooSmall() {
   wchar_t text[2];
   GetExt(L"a.txt", text, 2);
+}
+
+BOOL WINAPI FailToRead(HANDLE, void*, DWORD, DWORD*, OVERLAPPED*) {
+  ::SetLastError(ERROR_CRC);
+  return FALSE;
+}
+
+// What the library raises is the host's to delete, and gives back then what it took.
+TEST(Raised, ExceptionsAreGivenBackWhole) {
+  const test::TempFolder temp;
+  const std::wstring source = temp.File(L"source.bin", "bytes");
+  const test::ImportHook hook("ReadFile", &FailToRead);
+  const test::HeapWatch heap;
+  void* exception = nullptr;
+  const auto copy = [&] {
+    test::Export<decltype(ZERA_TOOLS_FILE_COPY_UC)>(1016)(source.c_str(), (temp / L"copy.bin").c_str());
+  };
+  ASSERT_EQ(test::RaisedBy(copy, &exception), ".PEAVCFileException@@");
+  EXPECT_EQ(heap.Outstanding(), 2) << "the object, and the file's name in it";
+  test::DeleteException(exception);
+  EXPECT_EQ(heap.Outstanding(), 0);
 }
 
 TEST_F(HostHandler, WhatItRaisesPassesThroughAsItIs) {
@@ -107,12 +130,13 @@ bool Leaves(const std::function<void()>& call) {
 }
 
 TEST_F(HostHandler, NothingOwnedIsLeftByExportsThatBuildTexts) {
-  const std::wstring umlauts = L"Gr\u00FC\u00DFe", longKey(500, L'k');
+  const std::wstring umlauts = L"Gr\u00FC\u00DFe", asBytes = test::Wide("Gr\xC3\xBC\xC3\x9F\x65"),
+                     longKey(500, L'k');
   const std::string plainKey(500, 'k');
   wchar_t text[64];
   std::size_t count = 0;
   // The line of the key alone and its terminator, and the companion's line without one.
-  const std::size_t exact = 2 + umlauts.size() + 1 + (7 + umlauts.size() + 2 + 1);
+  const std::size_t exact = 2 + umlauts.size() + 1 + (7 + asBytes.size() + 1);
   const std::function<void()> calls[] = {
       [] { test::Export<decltype(ZERA_TOOLS_ENC)>(71)("pass phrase", nullptr, 0, nullptr, 10, TRUE); },
       [&] {
@@ -164,7 +188,7 @@ TEST_F(HostHandler, LinesWithoutAPositionCount) {
             1);
   const bool companion = test::NeedsCompanion(L"\u00FC");
   EXPECT_EQ(calls, companion ? 2 : 1) << "for each line";
-  EXPECT_EQ(count, companion ? 4u + 10u : 4u);
+  EXPECT_EQ(count, companion ? 4 + 8 + test::Wide("\xC3\xBC").size() : 4);
 }
 
 }  // namespace

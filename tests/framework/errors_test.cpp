@@ -183,6 +183,24 @@ TEST(Errors, MessagesComeFromThePlatform) {
   EXPECT_FALSE(file.GetErrorMessage(nullptr, 200));
 }
 
+// The platform's own text for a number.
+std::wstring PlatformText(DWORD number) {
+  wchar_t text[200] = {};
+  ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, number, 0, text, 200,
+                   nullptr);
+  return text;
+}
+
+TEST(Errors, MessagesSayWhatEachClassStandsFor) {
+  const auto message = [](const CException& exception) {
+    wchar_t text[200] = {};
+    EXPECT_TRUE(exception.GetErrorMessage(text, 200));
+    return std::wstring(text);
+  };
+  EXPECT_EQ(message(CMemoryException(FALSE)), PlatformText(ERROR_OUTOFMEMORY));
+  EXPECT_EQ(message(CInvalidArgException(FALSE)), PlatformText(ERROR_INVALID_PARAMETER));
+}
+
 TEST(Errors, ObjectsThatStandReadyAreNotDeleted) {
   const CMemoryException* first = nullptr;
   for (int round = 0; round < 3; ++round) {

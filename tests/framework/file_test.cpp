@@ -111,6 +111,8 @@ TEST_F(File, PathsMayHave259Characters) {
   CFileFind finder;
   EXPECT_TRUE(finder.FindFile(PathOfLength(259).c_str()));
   EXPECT_FALSE(finder.FindFile(PathOfLength(260).c_str()));
+  EXPECT_TRUE(finder.FindFile(L"*"));
+  EXPECT_FALSE(finder.FindFile(L""));
 }
 
 BOOL WINAPI DeniedQuery(LPCWSTR, GET_FILEEX_INFO_LEVELS, LPVOID) {

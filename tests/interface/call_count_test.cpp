@@ -78,7 +78,9 @@ TEST_F(CallCounts, PlainPathsAskForLeadBytesAlone) {
               Of<decltype(ZERA_TOOLS_FILE_ADD_IDX_NAME)>(33)(bytes, 260, 7, 4);
             }),
             "");
-  EXPECT_EQ(During([] { Of<PlainGet>(12)("C:\\\xFC\xFC.ini", bytes, 260); }), "_ismbblead 2");
+  // Where the first of two is a lead byte the second is not asked about.
+  EXPECT_EQ(During([] { Of<PlainGet>(12)("C:\\\xFC\xFC.ini", bytes, 260); }),
+            ::IsDBCSLeadByte(0xFC) ? "_ismbblead 1" : "_ismbblead 2");
 }
 
 TEST_F(CallCounts, Lines) {

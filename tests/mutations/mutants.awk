@@ -125,7 +125,7 @@ bare ~ /^ *if \(.*\) [^{]*;$/ {
 bare ~ /^ *return [^;]+;$/ {
   at = index(code, "return ") + 7
   result = substr($0, at, length(bare) - at)
-  if (result !~ /^\{/) {
+  if (result !~ /^(\{.*|0|nullptr|false|FALSE)$/) {
     mutant(substr($0, 1, at - 1) "{};")
     if (result ~ /( == | != | < | > | <= | >= | && |^!)/) mutant(substr($0, 1, at - 1) "!(" result ");")
   }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "Child.h"
+#include "support/CodePage.h"
 #include "support/ImportHook.h"
 #include "support/Library.h"
 
@@ -115,7 +116,7 @@ TEST(Kill, LetterCaseCountsAndAPathIsNoName) {
 
 TEST(Kill, PlainNameIsTakenInTheCodePage) {
   const test::TempFolder folder;
-  const std::wstring name = test::UniqueName(test::Wide("\x8A\xB4\xB5.exe"));
+  const std::wstring name = test::UniqueName(test::Local().wide + L".exe");
   Child child(test::MakeProgram(folder / name));
   EXPECT_EQ(Kill(test::Ansi(name).c_str()), 1);
   EXPECT_TRUE(child.EndedWith(0));
@@ -148,6 +149,15 @@ TEST_F(KillFaults, NoSnapshotEndsNothing) {
   snapshotFails = true;
   EXPECT_EQ(Kill("Listed.exe"), 1);
   EXPECT_EQ(calls, (Calls{"snapshot 2 0"}));
+}
+
+// Wine lists processes that are just starting so.
+TEST_F(KillFaults, ProcessesWithoutANameAreNobodys) {
+  listedName.clear();
+  EXPECT_EQ(KillUc(L""), 1);
+  EXPECT_EQ(Kill(""), 1);
+  EXPECT_EQ(Kill(nullptr), 1);
+  EXPECT_EQ(calls, Calls());
 }
 
 TEST_F(KillFaults, EmptyListEndsNothing) {
