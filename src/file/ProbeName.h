@@ -4,8 +4,10 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 
 namespace file {
 
@@ -20,12 +22,15 @@ struct ProbeName {
     std::uint64_t rest =
         Mixed(Mixed(__builtin_ia32_rdtsc()) ^ process ^ reinterpret_cast<std::uintptr_t>(address));
     for (int i = 15; i >= 0; --i, rest >>= 4) text[i] = L"0123456789ABCDEF"[rest & 15];
-    for (int i = 0; i < 5; ++i) text[16 + i] = L".$$$"[i];
+    std::copy(std::begin(kEnding), std::end(kEnding), text + 16);
   }
 
   wchar_t text[kProbeNameLength + 1];
 
  private:
+  static constexpr wchar_t kEnding[] = L".$$$";
+  static_assert(16 + std::size(kEnding) == kProbeNameLength + 1);
+
   // Each bit of the result depends on each bit of the value, and no two values have the same result.
   static constexpr std::uint64_t Mixed(std::uint64_t value) {
     value = (value ^ (value >> 30)) * 0xBF58476D1CE4E5B9;
