@@ -9,6 +9,7 @@
 #
 # ZERA_PREFIX  the prefix (default build/wine-tests)
 # ZERA_LOCALE  the locale, and by it the ANSI code page (default en_US.UTF-8, 1252)
+# ZERA_PROCESSORS  "all" lets the program run on all processors (default: on one, with Wine's server)
 # ZERA_TEST_SUCCESS  the exit code by which a test program says that its tests passed; another one is a failure, 0 too
 set -euo pipefail
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)

@@ -4,10 +4,8 @@
 # a tenth of a second instead of three. The compiler cannot be told to use it, so its own command for the linker is
 # taken, without the plug-in. Everything else is done as it stands: link.sh COMMAND ...
 set -euo pipefail
-case " $* " in
-  *" -shared "* | *.a\ *" qc "* | *" -E rm "*) exec "$@" ;;
-esac
-lld=$(command -v ld.lld) && [[ $1 == *mingw32-* ]] || exec "$@"
+[[ ${1##*/} == *mingw32-g[c+][c+]* && " $* " != *" -shared "* ]] || exec "$@"
+lld=$(command -v ld.lld) || exec "$@"
 asked=$("$@" -### 2>&1 | sed -n '/^ [^ ]*collect2/p') && [ -n "$asked" ] || exec "$@"
 eval "linker=($asked)"
 arguments=()

@@ -179,7 +179,7 @@ inline IndexText FormatIndex(unsigned int index, unsigned int digits) {
   IndexText text = {{}, 0, true};
   const bool negative = static_cast<int>(index) < 0;
   unsigned int rest = negative ? 0u - index : index;
-  std::size_t least = static_cast<int>(digits) < 0 ? 1 : digits;
+  const std::size_t least = static_cast<int>(digits) < 0 ? 1 : digits;
   char reversed[10];
   std::size_t used = 0;
   for (; rest != 0; rest /= 10) reversed[used++] = static_cast<char>('0' + rest % 10);
