@@ -12,6 +12,7 @@
 #include "support/CodePage.h"
 #include "support/HostException.h"
 #include "support/ImportHook.h"
+#include "support/Leave.h"
 #include "support/Library.h"
 #include "support/TempFolder.h"
 
@@ -117,15 +118,15 @@ struct CountedCrypto {
 };
 
 // Leaves as an exception of another ABI does: no destructor of the library runs.
-void* resume[5];
+test::Leave leave;
 int raised;
 bool Leaves(const std::function<void()>& call) {
   raise = [] {
     ++raised;
-    __builtin_longjmp(resume, 1);
+    leave.Now();
   };
   raised = 0;
-  if (__builtin_setjmp(resume) == 0) call();
+  leave.Within(call);
   return raised == 1;
 }
 

@@ -8,6 +8,7 @@
 #include <new>
 
 #include "support/ImportHook.h"
+#include "support/Leave.h"
 
 namespace {
 
@@ -74,19 +75,19 @@ TEST(Errors, DestroyedWithoutFreeing) {
 }
 
 // Nobody may go on behind the point where an exception was raised.
-void* resume[5];
+test::Leave leave;
 DWORD raisedFlags;
 TEST(Errors, AreRaisedAsNoncontinuable) {
   const test::ImportHook hook(
       "RaiseException",
       +[](DWORD, DWORD flags, DWORD, const ULONG_PTR*) {
         raisedFlags = flags;
-        __builtin_longjmp(resume, 1);
+        leave.Now();
       },
       ::GetModuleHandleW(nullptr));
   static COleException exception(E_FAIL);
   raisedFlags = 0;
-  if (__builtin_setjmp(resume) == 0) framework::RaiseToHost(&exception);
+  leave.Within([] { framework::RaiseToHost(&exception); });
   EXPECT_EQ(raisedFlags, static_cast<DWORD>(EXCEPTION_NONCONTINUABLE));
 }
 

@@ -195,8 +195,8 @@ TEST_F(ReadNumbers, FloatingPoint) {
 
 // Both comparisons with a NaN are false, so no limit takes its place.
 TEST_F(ReadNumbers, NotANumberPassesTheClamp) {
-  Expect<double>(Double, "nan", 0, 1, 2, std::nan(""));
-  Expect<float>(Float, "nan", 0, 1, 2, std::nanf(""));
+  Expect<double>(Double, "nan", 0, 1, 2, std::numeric_limits<double>::quiet_NaN());
+  Expect<float>(Float, "nan", 0, 1, 2, std::numeric_limits<float>::quiet_NaN());
 }
 
 TEST_F(ReadNumbers, FloatsAreClampedAsDoublesAndNarrowedLast) {

@@ -6,7 +6,7 @@
 
 #include <cfloat>
 #include <climits>
-#include <cmath>
+#include <limits>
 #include <random>
 
 #include "NumericLocale.h"
@@ -116,7 +116,7 @@ TEST_F(Write, TheLargestNumberFits) {
 TEST_F(Write, NumbersThatAreNone) {
   Expect(Double, HUGE_VAL, "inf");
   Expect(Float, -HUGE_VALF, "-inf");
-  Expect(Double, std::nan(""), "nan");
+  Expect(Double, std::numeric_limits<double>::quiet_NaN(), "nan");
 }
 
 TEST_F(Write, AnyLocaleWritesAPoint) {

@@ -4,11 +4,12 @@
 #include <windows.h>
 
 #include "ImportHook.h"
+#include "Leave.h"
 
 namespace test {
 namespace {
 
-void* resume[5];
+Leave leave;
 std::string raised;
 void* raisedObject;
 decltype(&RaiseException) original;
@@ -42,7 +43,7 @@ void WINAPI Catch(DWORD code, DWORD flags, DWORD count, const ULONG_PTR* paramet
   const auto* const type = reinterpret_cast<const CatchableType*>(base + types->types[0]);
   raised = reinterpret_cast<const TypeDescriptor*>(base + type->descriptor)->name;
   raisedObject = *reinterpret_cast<void* const*>(parameters[1]);
-  __builtin_longjmp(resume, 1);
+  leave.Now();
 }
 
 }  // namespace
@@ -52,7 +53,7 @@ std::string RaisedBy(const std::function<void()>& call, void** object) {
   original = hook.Original<decltype(RaiseException)>();
   raised.clear();
   raisedObject = nullptr;
-  if (__builtin_setjmp(resume) == 0) call();
+  leave.Within(call);
   if (object) *object = raisedObject;
   return raised;
 }
