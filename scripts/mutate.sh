@@ -86,7 +86,7 @@ repair() {
 passes() {
   local status=0
   make_in_copy "$2" || return 1
-  TZ=Australia/Sydney ZERA_TEST_ZONE=Australia/Sydney ZERA_TEST_ACP=1252 ZERA_TEST_ROUNDS=20 \
+  TZ=Australia/Sydney ZERA_TEST_ZONE=Australia/Sydney ZERA_TEST_ACP=1252 ZERA_TEST_ROUNDS=20 ZERA_GARBAGE_CALLS=4000 \
     timeout -k 5 "$1" "$copy/scripts/wine-run.sh" "$bin/$2.exe" --gtest_brief=1 --gtest_fail_fast \
     >"$copy/build/said" 2>&1 || status=$?
   if [ $status -ge 124 ] && [ $status -le 137 ]; then stop_wine; in_copy prefix.sh; fi

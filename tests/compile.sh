@@ -8,17 +8,19 @@ set -euo pipefail
 ours=$1 clang=$2 flags=$3
 shift 3
 [[ " $* " == *" $ours "* ]] || exec "$@"
-# Of the framework's objects there are members that hosts alone read.
-arguments=() without=(-Wno-unused-private-field)
+# Nothing is optimised: the GNU library may have been built for the old runtime, which has a smaller mbstate_t, so that
+# what clang takes into a program of the library's file streams would not fit the rest. Of the framework's objects there
+# are members that hosts alone read.
+arguments=() last=(-O0 -Wno-unused-private-field)
 for argument; do
   case $argument in
     # What a thread has of the GNU library's own is found as that library's compiler finds it.
     "$ours") arguments+=("$clang" "@$flags" -femulated-tls -Werror) ;;
     -specs=*) ;;  # for linking
-    -Wno-*) without+=("$argument") ;;  # to clang the last word counts
+    -Wno-*) last+=("$argument") ;;  # to clang the last word counts
     *) arguments+=("$argument") ;;
   esac
   # The headers that are read once for all would be read from what they gave before.
   [[ $argument != *.gch ]] || rm -f "$argument"
 done
-exec "${arguments[@]}" "${without[@]}"
+exec "${arguments[@]}" "${last[@]}"

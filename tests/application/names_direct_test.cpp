@@ -7,6 +7,7 @@
 
 #include "application/FolderTail.h"
 #include "application/LanguageTable.h"
+#include "application/ModulePath.h"
 
 namespace {
 
@@ -147,6 +148,15 @@ TEST(LanguageTable, CodesLieInTheirOrderWithTheAliasAmongThem) {
   std::wstring all;
   for (const auto& code : application::kCodes) all += code;
   EXPECT_EQ(all, L"DEUENGFRAGERNLDITAESPPTGSVENORCHSKORJPNBGR");
+}
+
+// Shorter than what is to be taken away: cut off by the buffer.
+TEST(ModulePath, HasNothingLeftThatItDoesNotHave) {
+  const application::ModulePath<4> path(nullptr);
+  ASSERT_EQ(path.view().size(), 3u);
+  EXPECT_EQ(path.Without(2), path.view().substr(0, 1));
+  EXPECT_TRUE(path.Without(3).empty());
+  EXPECT_TRUE(path.Without(4).empty());
 }
 
 }  // namespace

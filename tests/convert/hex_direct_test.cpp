@@ -2,7 +2,9 @@
 // The pure parts of the hexadecimal text form and the table of signs.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -28,6 +30,15 @@ TEST(Hex, EveryUnitIsFormattedAsTheRuntimeFormatsIt) {
     std::snprintf(expected, sizeof expected, "%X ", unit);
     ASSERT_EQ(std::wstring(static_cast<const wchar_t*>(digits), end),
               std::wstring(expected, expected + std::char_traits<char>::length(expected)));
+  }
+}
+
+TEST(Hex, NothingIsWrittenBehindTheRoom) {
+  for (const wchar_t unit : {L'\x1', L'\x12', L'\x123', L'\x1234'}) {
+    wchar_t digits[convert::kHexRoom + 4];
+    std::fill(std::begin(digits), std::end(digits), L'#');
+    convert::FormatHex(unit, digits);
+    EXPECT_EQ(std::wstring(digits + convert::kHexRoom, 4), L"####") << static_cast<int>(unit);
   }
 }
 

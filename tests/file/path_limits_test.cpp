@@ -60,6 +60,8 @@ TYPED_TEST(PathLimits, ComponentsOfThePath) {
   EXPECT_EQ(this->MembersThatTake(make(255, 254, 255)), kAllMembers - 1)
       << "the directory has no room for more";
   EXPECT_EQ(this->MembersThatTake(make(254, 255, 255)), kAllMembers - 2) << "the name has no room for more";
+  EXPECT_EQ(this->MembersThatTake(make(255, 255, 255)), kAllMembers - 3);
+  EXPECT_EQ(this->MembersThatTake(make(255, 255, 256)), 0);
   EXPECT_EQ(this->MembersThatTake(make(256, 5, 5)), 0);
   EXPECT_EQ(this->MembersThatTake(make(5, 256, 5)), 0);
   EXPECT_EQ(this->MembersThatTake(make(5, 5, 256)), 0);
@@ -101,6 +103,10 @@ TYPED_TEST(PathLimits, ComponentsOfTheOtherPath) {
     EXPECT_TRUE(taken(member, this->From("D:") + this->Repeat(254, 'd') + this->From("\\x")));
     EXPECT_FALSE(taken(member, this->From("D:") + this->Repeat(255, 'd') + this->From("\\x")));
     EXPECT_FALSE(taken(member, this->From("x.") + this->Repeat(255, 'e')));
+    const auto longest = this->From("D:") + this->Repeat(254, 'd') + this->From("\\") +
+                         this->Repeat(255, 'n') + this->From(".") + this->Repeat(254, 'e');
+    EXPECT_TRUE(taken(member, longest));
+    EXPECT_FALSE(taken(member, longest + this->From("e")));
   }
 }
 

@@ -183,7 +183,7 @@ TYPED_TEST(Path, IndexAgreesWithTheRuntimesFormat) {
   const auto path = this->From("C:\\log\\run.txt");
   for (const unsigned index :
        {0u, 1u, 7u, 9u, 10u, 12345u, 999999999u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu}) {
-    for (const unsigned digits : {0u, 1u, 2u, 4u, 5u, 9u, 10u, 11u, 100u, 240u}) {
+    for (const unsigned digits : {0u, 1u, 2u, 4u, 5u, 9u, 10u, 11u, 100u, 240u, 0x80000000u, 0xFFFFFFFFu}) {
       char number[300];
       std::snprintf(number, sizeof number, "%.*i", static_cast<int>(digits), static_cast<int>(index));
       const std::string expected = "C:\\log\\run" + std::string(number) + ".txt";

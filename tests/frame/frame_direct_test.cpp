@@ -135,6 +135,24 @@ TEST_F(FrameDirect, LongTextHasABlockOfItsSizeForTheCall) {
   EXPECT_EQ(asked, 1002 * sizeof(wchar_t));
 }
 
+TEST_F(FrameDirect, LongTextWithoutMemoryRaisesTheMemoryException) {
+  const std::string text(1000, 'a');
+  const test::ImportHook hook(
+      "malloc",
+      +[](std::size_t size) -> void* {
+        if (size == 1002 * sizeof(wchar_t)) return nullptr;
+        return test::Platform<void*(std::size_t)>(L"ucrtbase.dll", "malloc")(size);
+      },
+      ::GetModuleHandleW(nullptr));
+  bool raised = false;
+  try {
+    const frame::WideText wide(text.c_str());
+  } catch (CMemoryException*) {
+    raised = true;
+  }
+  EXPECT_TRUE(raised);
+}
+
 TEST_F(FrameDirect, NullTextBecomesEmpty) {
   EXPECT_STREQ(frame::WideText(nullptr), L"");
 }

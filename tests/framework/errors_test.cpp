@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <new>
 
@@ -72,6 +73,38 @@ TEST(Errors, DestroyedWithoutFreeing) {
   EXPECT_EQ(freed, 0);
   ::operator delete(object);
   EXPECT_EQ(freed, 1);
+}
+
+// Those that stand ready are destroyed as a host destroys any, and stay.
+TEST(Errors, ReadyObjectsSurviveTheirDestruction) {
+  int raised = 0;
+  for (int time = 0; time < 2; ++time) {
+    try {
+      AfxThrowMemoryException();
+    } catch (CMemoryException* exception) {
+      ++raised;
+      EXPECT_EQ(exception->DeletingDestructor(1), exception);
+    }
+    try {
+      AfxThrowInvalidArgException();
+    } catch (CInvalidArgException* exception) {
+      ++raised;
+      EXPECT_EQ(exception->DeletingDestructor(1), exception);
+    }
+  }
+  EXPECT_EQ(raised, 4);
+}
+
+// No message of its own, no resource: what a host's base class of these reads.
+TEST(Errors, SimpleExceptionsHoldNoMessage) {
+  const CMemoryException exception(FALSE);
+  const char none[sizeof(CSimpleException) - sizeof(CException)] = {};
+  EXPECT_EQ(std::memcmp(reinterpret_cast<const char*>(&exception) + sizeof(CException), none, sizeof none), 0);
+}
+
+TEST(Errors, NothingIsShown) {
+  COleException exception(E_FAIL);
+  EXPECT_EQ(exception.ReportError(), 0);
 }
 
 // Nobody may go on behind the point where an exception was raised.
@@ -200,6 +233,7 @@ TEST(Errors, MessagesSayWhatEachClassStandsFor) {
   };
   EXPECT_EQ(message(CMemoryException(FALSE)), PlatformText(ERROR_OUTOFMEMORY));
   EXPECT_EQ(message(CInvalidArgException(FALSE)), PlatformText(ERROR_INVALID_PARAMETER));
+  EXPECT_EQ(message(CFileException(CFileException::genericException, 1, nullptr)), PlatformText(1));
 }
 
 TEST(Errors, ObjectsThatStandReadyAreNotDeleted) {
