@@ -75,6 +75,20 @@ TEST_F(Language, EveryCodeHasItsNumber) {
   }
 }
 
+// The key with room for nine characters; its companions' texts are longer.
+std::vector<DWORD> sizes;
+DWORD WINAPI NoteSize(LPCWSTR, LPCWSTR, LPCWSTR, LPWSTR, DWORD size, LPCWSTR) {
+  sizes.push_back(size);
+  return 0;
+}
+
+TEST_F(Language, IsReadWithRoomForNineCharacters) {
+  const test::ImportHook hook("GetPrivateProfileStringW", &NoteSize);
+  sizes.clear();
+  EXPECT_EQ(GetUc((temp_ / L"any.ini").c_str()), 0);
+  EXPECT_EQ(sizes, (std::vector<DWORD>{100, 100, 10}));
+}
+
 TEST_F(Language, IsGermanWithoutAFile) {
   EXPECT_EQ(GetUc((temp_ / L"none.ini").c_str()), 0);
   EXPECT_EQ(GetUc((temp_ / L"no\\folder.ini").c_str()), 0);

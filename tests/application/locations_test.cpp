@@ -122,6 +122,26 @@ TEST_P(SettingsFile, HalfASecondIsNotNewer) {
   Expect(Ask(), 1, temp_ / L"User\\Viewer\\view.ini", 0);
 }
 
+// A file's creation and last access, which Wine 8 does not tell from its last change, have no part in it.
+BOOL WINAPI TellOtherTimes(const wchar_t* path, GET_FILEEX_INFO_LEVELS level, void* data) {
+  const BOOL done = ::GetFileAttributesExW(path, level, data);
+  if (!done) return done;
+  auto& told = *static_cast<WIN32_FILE_ATTRIBUTE_DATA*>(data);
+  const DWORD year2014 = 0x01D00000, year2028 = 0x01DF0000;
+  told.ftCreationTime = {0, std::wcsstr(path, L"\\Common\\") ? year2028 : year2014};
+  told.ftLastAccessTime = told.ftCreationTime;
+  return done;
+}
+
+TEST_P(SettingsFile, LastChangesAloneAreCompared) {
+  MakeCommon("common");
+  MakeUser("user");
+  test::SetModified(temp_ / L"Common\\Viewer\\view.ini", 1'600'000'000);
+  test::SetModified(temp_ / L"User\\Viewer\\view.ini", 1'600'000'000);
+  const test::ImportHook hook("GetFileAttributesExW", &TellOtherTimes);
+  Expect(Ask(), 1, temp_ / L"User\\Viewer\\view.ini", 0);
+}
+
 TEST_P(SettingsFile, UserFileAloneIsEnough) {
   MakeUser("user");
   Expect(Ask(), 1, temp_ / L"User\\Viewer\\view.ini", 0);
@@ -328,6 +348,19 @@ TEST_P(DataFolders, FallBackToTheUsersFolder) {
 TEST_P(DataFolders, WithoutAnyShellFolderKeepTheTail) {
   installation_->common.clear();
   installation_->user.clear();
+  CStringW common, user;
+  EXPECT_EQ(DataFiles(kModule, common, user), 1);
+  EXPECT_STREQ(common.GetString(), L"\\Viewer\\view");
+  EXPECT_STREQ(user.GetString(), L"\\Viewer\\view");
+}
+
+// What a refusing platform leaves in the buffer is no folder.
+TEST_P(DataFolders, RefusedFoldersAreNone) {
+  const test::ImportHook hook(
+      "SHGetSpecialFolderPathW", +[](HWND, wchar_t* path, int, BOOL) -> BOOL {
+        std::wcscpy(path, L"X:\\not taken");
+        return FALSE;
+      });
   CStringW common, user;
   EXPECT_EQ(DataFiles(kModule, common, user), 1);
   EXPECT_STREQ(common.GetString(), L"\\Viewer\\view");

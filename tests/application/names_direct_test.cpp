@@ -2,11 +2,13 @@
 // What an application's files are named after, and the language table: text in, text out.
 #include <gtest/gtest.h>
 
+#include <new>
 #include <random>
 #include <string>
 
 #include "application/FolderTail.h"
 #include "application/LanguageTable.h"
+#include "application/LocationText.h"
 #include "application/ModulePath.h"
 
 namespace {
@@ -148,6 +150,18 @@ TEST(LanguageTable, CodesLieInTheirOrderWithTheAliasAmongThem) {
   std::wstring all;
   for (const auto& code : application::kCodes) all += code;
   EXPECT_EQ(all, L"DEUENGFRAGERNLDITAESPPTGSVENORCHSKORJPNBGR");
+  EXPECT_EQ(sizeof application::kCodes, 14u * 4 * sizeof(wchar_t)) << "each with its terminator alone";
+}
+
+TEST(LocationText, IsEmptyAtFirstAndGrowsAtItsEnd) {
+  using application::LocationText;
+  alignas(LocationText) volatile unsigned char memory[sizeof(LocationText)];
+  for (volatile unsigned char& byte : memory) byte = 0xCD;
+  LocationText& text = *new (const_cast<unsigned char*>(memory)) LocationText;
+  EXPECT_STREQ(static_cast<const wchar_t*>(text), L"");
+  EXPECT_TRUE(text.view().empty());
+  EXPECT_STREQ(static_cast<const wchar_t*>(text.Append(L"ab").Append(L"").Append(L"c")), L"abc");
+  EXPECT_EQ(LocationText::kShellFolder, 260u) << "what the shell may write";
 }
 
 // Shorter than what is to be taken away: cut off by the buffer.

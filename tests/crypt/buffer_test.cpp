@@ -4,13 +4,16 @@
 
 #include <ZERATools.h>
 
+#include <algorithm>
 #include <climits>
+#include <cstdlib>
 #include <string>
 
 #include "CryptoTrace.h"
 #include "Reference.h"
 #include "support/GuardedBuffer.h"
 #include "support/HostException.h"
+#include "support/ImportHook.h"
 #include "support/Library.h"
 #include "support/TempFolder.h"
 
@@ -72,6 +75,12 @@ TEST(CryptBuffer, ArraysEncryptToHexadecimalOrDecimalText) {
   }
 }
 
+TEST(CryptBuffer, OneDecimalDigitIsAText) {
+  CStringW out;
+  EXPECT_EQ(EncUc(Array("key"), Array(Cipher("key", "\x05")), out, FALSE), 1);
+  EXPECT_EQ(Text(out), L"5");
+}
+
 TEST(CryptBuffer, OneArrayMayBePassPhraseAndPlainBytes) {
   const Array both("both");
   CStringW out;
@@ -106,6 +115,31 @@ TEST(CryptBuffer, WithoutHexEachCharacterIsOneByte) {
   EXPECT_EQ(out.bytes(), plain);
 }
 
+TEST(CryptBuffer, NullTextCountsAsEmptyInBothForms) {
+  for (const BOOL hex : {TRUE, FALSE}) {
+    Array out("before");
+    EXPECT_EQ(DecUc(Array("key"), nullptr, hex, out), 0);
+    EXPECT_EQ(out.m_nSize, 0);
+  }
+}
+
+// Pairs are read eight at a time where there are as many, and never from behind the text.
+TEST(CryptBuffer, TextAtTheEndOfAPage) {
+  constexpr std::size_t kPage = 4096;
+  auto* const pages = static_cast<BYTE*>(::VirtualAlloc(nullptr, 2 * kPage, MEM_RESERVE, PAGE_NOACCESS));
+  ASSERT_NE(::VirtualAlloc(pages, kPage, MEM_COMMIT, PAGE_READWRITE), nullptr);
+  for (std::size_t size = 0; size < 20; ++size) {
+    const std::string plain(size, 'p');
+    const std::wstring cipher = Widened(Hex(Cipher("key", plain)));
+    wchar_t* const text = reinterpret_cast<wchar_t*>(pages + kPage) - cipher.size() - 1;
+    std::copy_n(cipher.c_str(), cipher.size() + 1, text);
+    Array out;
+    EXPECT_EQ(DecUc(Array("key"), text, TRUE, out), static_cast<int>(size));
+    EXPECT_EQ(out.bytes(), plain);
+  }
+  ::VirtualFree(pages, 0, MEM_RELEASE);
+}
+
 TEST(CryptBuffer, DecimalTextDoesNotDecryptBack) {
   CStringW cipher;
   EncUc(Array("key"), Array("plain"), cipher, FALSE);
@@ -129,8 +163,8 @@ TEST(CryptBuffer, ResultArrayIsEmptiedBeforeThePassPhraseIsTaken) {
 
 TEST(CryptBuffer, BrokenArraysRaiseTheInvalidArgumentException) {
   const test::CryptoTrace trace;
-  for (const INT_PTR size : {INT_PTR{5}, INT_PTR{-1}}) {
-    Array broken;
+  for (const INT_PTR size : {INT_PTR{5}, INT_PTR{1}, INT_PTR{-1}, INT_PTR{-2}}) {
+    Array broken(size == -2 ? "bytes" : "");
     broken.m_nSize = size;
     CStringW text(L"before");
     EXPECT_EQ(test::RaisedBy([&] { EncUc(broken, Array("plain"), text, TRUE); }), kInvalidArgument);
@@ -141,6 +175,29 @@ TEST(CryptBuffer, BrokenArraysRaiseTheInvalidArgumentException) {
     EXPECT_EQ(out.m_nSize, 0);
     broken.m_nSize = 0;
   }
+  EXPECT_TRUE(trace.Calls().empty());
+}
+
+// The longest text that a string object holds is asked of the heap; for one byte more nothing is.
+std::size_t mostAsked;
+TEST(CryptBuffer, MoreBytesThanATextHoldsAreAFailure) {
+  constexpr INT_PTR kLongest = 0x7FFFFFEF;
+  const test::CryptoTrace trace;
+  const test::ImportHook memory(
+      "calloc", +[](std::size_t count, std::size_t size) -> void* {
+        mostAsked = std::max(mostAsked, count * size);
+        return count * size > 1'000'000 ? nullptr : std::calloc(count, size);
+      });
+  Array plain("plain");
+  for (const INT_PTR size : {kLongest, kLongest + 1, INT_PTR{1} << 40}) {
+    mostAsked = 0;
+    plain.m_nSize = size;
+    CStringW out(L"before");
+    EXPECT_EQ(EncUc(Array("key"), plain, out, TRUE), -1);
+    EXPECT_STREQ(out, L"");
+    EXPECT_EQ(mostAsked, size == kLongest ? static_cast<std::size_t>(kLongest) : 3) << "or the pass phrase's";
+  }
+  plain.m_nSize = 5;
   EXPECT_TRUE(trace.Calls().empty());
 }
 
@@ -180,7 +237,8 @@ TEST(CryptBuffer, DecryptingNeedsRoomForTheBytesAndWritesNoMore) {
       SCOPED_TRACE(capacity);
       test::GuardedBuffer<BYTE> out(capacity);
       const bool fits = capacity >= plain.size();
-      EXPECT_EQ(Dec("key", cipher.c_str(), 1, out.data(), static_cast<UINT>(capacity)),
+      const UINT hex = capacity % 2 ? 1 : 2;  // anything but 0
+      EXPECT_EQ(Dec("key", cipher.c_str(), hex, out.data(), static_cast<UINT>(capacity)),
                 fits ? static_cast<int>(plain.size()) : -1);
       if (fits) {
         EXPECT_EQ(std::string(out.data(), out.data() + plain.size()), plain);

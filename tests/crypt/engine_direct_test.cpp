@@ -2,7 +2,9 @@
 // The encryption engine from inside: its life beyond one call, and the pieces it is made of.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -193,6 +195,18 @@ TEST(CryptPieces, HexadecimalAndDecimalOfEveryByte) {
     EXPECT_EQ(crypt::DecimalLength(&byte, 1), std::strlen(expected));
     EXPECT_EQ(crypt::WriteDecimal(&byte, 1, text), text + std::strlen(expected));
     EXPECT_STREQ(text, expected);
+  }
+}
+
+// What stands behind the bytes counts for nothing.
+TEST(CryptPieces, AsManyBytesAsAreCounted) {
+  unsigned char bytes[40];
+  std::fill(std::begin(bytes), std::end(bytes), static_cast<unsigned char>(0xFF));
+  for (std::size_t count = 0; count < 30; ++count) {
+    EXPECT_EQ(crypt::DecimalLength(bytes, count), 3 * count);
+    std::wstring text(31, L'#');
+    crypt::Widen(bytes, count, text.data());
+    EXPECT_EQ(text, std::wstring(count, L'\xFF') + std::wstring(31 - count, L'#'));
   }
 }
 

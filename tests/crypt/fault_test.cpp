@@ -5,6 +5,7 @@
 
 #include <ZERATools.h>
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <string>
@@ -282,6 +283,73 @@ TEST(CryptFaults, NothingGivenBackHoldsASecret) {
       EXPECT_FALSE(secretFound);
     }
   }
+}
+
+// The same heap with watched bytes behind each block.
+constexpr std::size_t kWatched = 16;
+std::map<void*, std::size_t> watched;
+int overrun;
+
+void* Watch(void* block, std::size_t size) {
+  std::memset(static_cast<char*>(block) + size, 0xA7, kWatched);
+  watched[block] = size;
+  return block;
+}
+void Look(const void* block, std::size_t size) {
+  const auto* const behind = static_cast<const unsigned char*>(block) + size;
+  if (std::count(behind, behind + kWatched, 0xA7) != static_cast<std::ptrdiff_t>(kWatched)) ++overrun;
+}
+void Unwatch(void* block) {
+  const auto found = watched.find(block);
+  if (found == watched.end()) return;
+  Look(block, found->second);
+  watched.erase(found);
+}
+void LookAtAll() {
+  for (const auto& [block, size] : watched) Look(block, size);
+  watched.clear();
+}
+
+TEST(CryptFaults, NoBlockIsWrittenBehindItsEnd) {
+  overrun = 0;
+  const test::ImportHook malloc(
+      "malloc", +[](std::size_t size) -> void* { return Watch(std::malloc(size + kWatched), size); });
+  const test::ImportHook calloc(
+      "calloc", +[](std::size_t count, std::size_t size) -> void* {
+        return Watch(std::calloc(count * size + kWatched, 1), count * size);
+      });
+  const test::ImportHook realloc(
+      "realloc", +[](void* block, std::size_t size) -> void* {
+        Unwatch(block);
+        return Watch(std::realloc(block, size + kWatched), size);
+      });
+  const test::ImportHook free(
+      "free", +[](void* block) {
+        Unwatch(block);
+        std::free(block);
+      });
+  for (const Call& call : Calls()) {
+    EXPECT_EQ(call.run(), call.result) << call.name;
+    watched.clear();  // the host has given back the rest
+  }
+  for (const std::size_t size : {0, 1, 2, 7, 8, 9, 255, 256, 257}) {
+    const std::string plain(size, 'p'), cipher = reference::Hex(reference::Cipher("key", plain));
+    CStringA narrow;
+    EXPECT_EQ(test::Export<decltype(ZERA_TOOLS_ENC_STRING_L)>(77)("key", CStringA(plain.c_str()), narrow),
+              static_cast<int>(2 * size));
+    LookAtAll();
+    CStringW wide;
+    EXPECT_EQ(test::Export<decltype(ZERA_TOOLS_DEC_STRING_UC)>(1076)(
+                  L"key", reference::Widened(cipher).c_str(), wide),
+              static_cast<int>(size));
+    LookAtAll();
+    const std::wstring bytes(size, L'c');
+    ByteArray key, out;
+    EXPECT_EQ(test::Export<decltype(ZERA_TOOLS_DEC_UC)>(1072)(key, bytes.c_str(), FALSE, out),
+              static_cast<int>(size));
+    LookAtAll();
+  }
+  EXPECT_EQ(overrun, 0);
 }
 
 TEST(CryptFaults, ResultArrayIsWipedBeforeItsOldStorageIsGivenBack) {

@@ -152,6 +152,7 @@ TEST_F(CountFaults, ProcessWithoutModuleListAddsNothing) {
 TEST_F(CountFaults, PathWithoutNameMatchesNoNamelessProcess) {
   EXPECT_EQ(CountUc(L"Viewer.exe"), 0u);
   EXPECT_EQ(CountUc(L"C:\\family\\"), 0u);
+  EXPECT_EQ(calls, Calls()) << "no list is asked for";
 }
 
 }  // namespace

@@ -151,6 +151,19 @@ TEST_F(PostTest, QueueThatComesLateIsReached) {
   }
 }
 
+// A thread object may delete itself meanwhile.
+TEST_F(PostTest, ThreadObjectIsReadOnce) {
+  Receiver receiver;
+  HostThread thread(receiver.id());
+  whileSleeping = [&] {
+    std::memset(thread.bytes, 0xDD, sizeof thread.bytes);
+    receiver.Listen();
+  };
+  EXPECT_EQ(Post(thread.object(), kMessage, kFirst, kSecond), 1);
+  EXPECT_EQ(posts, 2);
+  EXPECT_EQ(receiver.Messages().size(), 1u);
+}
+
 TEST_F(PostTest, QueueThatComesWithTheLastSleepIsTooLate) {
   Receiver receiver;
   HostThread thread(receiver.id());

@@ -301,6 +301,47 @@ TEST_F(TwoLines, ValueInThePlaceOfTheLine) {
   EXPECT_EQ(text, first_ + second_);
 }
 
+// The last character of ASCII, and the first that is none.
+TEST(Buffer, CompanionsBeginBehindAscii) {
+  for (const wchar_t unit : {L'\x7F', L'\x80'}) {
+    const std::wstring value(1, unit);
+    wchar_t text[64];
+    std::size_t count = kBefore;
+    EXPECT_EQ(StringWide(L"K", text, 64, value.c_str(), &count), 1);
+    EXPECT_EQ(std::wcsstr(text, L"\nK_utf8=") != nullptr, test::NeedsCompanion(value)) << unsigned{unit};
+  }
+}
+
+// A name may lie where the line goes, as its value may.
+TEST(Buffer, NamesInThePlaceOfTheLine) {
+  std::size_t count = kBefore;
+  char plain[64] = "General";
+  EXPECT_EQ(SectionPlain(plain, plain, 64, &count), 1);
+  EXPECT_STREQ(plain, "[General]\n");
+  wchar_t wide[64] = L"General";
+  EXPECT_EQ(SectionWide(wide, wide, 64, &count), 1);
+  EXPECT_STREQ(wide, L"[General]\n");
+  char key[64] = "xxKey";
+  EXPECT_EQ(IntPlain(key + 2, key, 64, -5, &count), 1);
+  EXPECT_STREQ(key, "Key=-5\n");
+  char value[64] = "value";
+  EXPECT_EQ(StringPlain("Key", value, 64, value, &count), 1);
+  EXPECT_STREQ(value, "Key=value\n");
+}
+
+TEST(Buffer, NothingIsTakenFromTheHeapForOneLine) {
+  const std::vector<Row> rows = Rows();
+  char plain[64];
+  wchar_t wide[64];
+  std::size_t count = kBefore;
+  const test::HeapWatch heap;
+  for (const Row& row : rows) {
+    EXPECT_EQ(row.plain(plain, 64, &count), 1);
+    EXPECT_EQ(row.wide(wide, 64, &count), 1);
+  }
+  EXPECT_EQ(heap.Allocations(), 0);
+}
+
 // A whole file, put together by advancing, read by the library's own readers.
 TEST(Buffer, AWholeFileReadsBack) {
   wchar_t text[1000];

@@ -14,6 +14,7 @@
 #include "NumericLocale.h"
 #include "Settings.h"
 #include "support/CodePage.h"
+#include "support/InvalidParameter.h"
 #include "support/Library.h"
 
 using settings::Calls;
@@ -199,6 +200,18 @@ TEST_F(ReadNumbers, NotANumberPassesTheClamp) {
   Expect<float>(Float, "nan", 0, 1, 2, std::numeric_limits<float>::quiet_NaN());
 }
 
+// Zero is not below zero: a stored sign stays beside a limit without one.
+TEST_F(ReadNumbers, NegativeZeroIsNoLimit) {
+  file_.Put("[S]\r\nK=-0.0\r\n");
+  for (const double least : {-1.0, 0.0}) {
+    const double most = least + 1;
+    EXPECT_TRUE(std::signbit(Double.plain("S", "K", file_.plain(), 9, least, most)));
+    EXPECT_TRUE(std::signbit(Double.wide(L"S", L"K", file_.wide(), 9, least, most)));
+    const auto low = static_cast<float>(least), high = static_cast<float>(most);
+    EXPECT_TRUE(std::signbit(Float.wide(L"S", L"K", file_.wide(), 9, low, high)));
+  }
+}
+
 TEST_F(ReadNumbers, FloatsAreClampedAsDoublesAndNarrowedLast) {
   // 0.1f is a little above 0.1: the text lies below the minimum, which is given as it was.
   Expect(Float, "0.1", 9.0f, 0.1f, 1.0f, 0.1f);
@@ -294,6 +307,44 @@ TEST_F(ReadNumbers, LocaleIsNotSwitchedWithoutItsName) {
   Double.wide(L"S", L"K", file_.wide(), 0, 0, 9);
   EXPECT_TRUE(locale.Kept());
   for (const std::string& call : recorder.Calls()) EXPECT_EQ(call.substr(1), ":?");
+}
+
+// A locale's name that has no room is one that could not be kept either, and none is none.
+bool hasName;
+std::string localeName;
+std::wstring wideLocaleName;
+Calls switchedTo;
+char* __cdecl SwitchNarrow(int, const char* name) {
+  if (name) switchedTo.push_back(name);
+  return hasName ? localeName.data() : nullptr;
+}
+wchar_t* __cdecl SwitchWide(int, const wchar_t* name) {
+  if (name) switchedTo.push_back(test::Ansi(name));
+  return hasName ? wideLocaleName.data() : nullptr;
+}
+
+TEST_F(ReadNumbers, LocaleNamesOfEveryLength) {
+  file_.Put("[S]\r\nK=1.5\r\n");
+  const test::ImportHook narrow("setlocale", &SwitchNarrow);
+  const test::ImportHook wide("_wsetlocale", &SwitchWide);
+  const test::InvalidParameter handler;
+  const auto expect = [&](const Calls& expected) {
+    switchedTo.clear();
+    EXPECT_EQ(Double.plain("S", "K", file_.plain(), 0, 0, 9), 1.5);
+    EXPECT_EQ(switchedTo, expected) << localeName;
+    switchedTo.clear();
+    EXPECT_EQ(Double.wide(L"S", L"K", file_.wide(), 0, 0, 9), 1.5);
+    EXPECT_EQ(switchedTo, expected) << localeName;
+  };
+  hasName = true;
+  for (const std::size_t length : {1, 2, 254, 255, 256, 257, 1000}) {
+    localeName.assign(length, 'n');
+    wideLocaleName.assign(length, L'n');
+    expect(length < 256 ? Calls{"english", localeName} : Calls());
+  }
+  hasName = false;
+  expect(Calls());
+  EXPECT_EQ(handler.Count(), 0);
 }
 
 // One platform call each, of the stated character set.

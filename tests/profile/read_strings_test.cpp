@@ -114,7 +114,9 @@ TEST_F(ReadString, NoRoomAtAll) {
   test::GuardedBuffer<char> plain(0);
   ReadPlain("S", "K", file_.plain(), "abc", plain.data(), 0);
   EXPECT_TRUE(plain.Intact());
-  // The wide reader empties its buffer first, by a bounded copy that wants room for the terminator.
+  // The wide reader empties its buffer first, by a bounded copy that wants room for the terminator. Then
+  // nothing is asked of the platform, as by a plain reader without a buffer.
+  const Recorder recorder;
   test::InvalidParameter handler;
   test::GuardedBuffer<wchar_t> wide(0);
   ReadWide(L"S", L"K", file_.wide(), L"abc", wide.data(), 0);
@@ -124,6 +126,23 @@ TEST_F(ReadString, NoRoomAtAll) {
   EXPECT_EQ(handler.Count(), 2);
   ReadPlain("S", "K", file_.plain(), "abc", nullptr, 10);
   EXPECT_EQ(handler.Count(), 3);
+  EXPECT_EQ(recorder.Calls(), Calls());
+}
+
+DWORD askedSize;
+DWORD WINAPI NoteSize(LPCSTR, LPCSTR, LPCSTR, LPSTR, DWORD size, LPCSTR) {
+  askedSize = size;
+  return 1;
+}
+
+TEST_F(ReadString, CapacityBeyondThePlatformsIsTheLargestOfThose) {
+  const test::ImportHook hook("GetPrivateProfileStringA", &NoteSize);
+  char out[8];
+  for (const std::size_t capacity : {std::size_t{8}, std::size_t{0xFFFFFFFE}, std::size_t{0xFFFFFFFF},
+                                     std::size_t{0x100000000}, std::size_t{0x100000008}, SIZE_MAX}) {
+    ReadPlain("S", "K", file_.plain(), "d", out, capacity);
+    EXPECT_EQ(askedSize, capacity < 0xFFFFFFFF ? capacity : 0xFFFFFFFF) << capacity;
+  }
 }
 
 // The first companion with a value wins: UTF-8, then hexadecimal, then the key itself.
@@ -220,6 +239,10 @@ TEST_F(ReadString, TheOrderOfThePlatformCalls) {
   Wide(64, L"default");
   EXPECT_EQ(recorder.Calls(), (Calls{"ReadW \"S\" \"K_utf8\" null 640", "ReadW \"S\" \"K_UC\" null 640",
                                      "ReadW \"S\" \"K\" \"default\" 64"}));
+  recorder.Calls().clear();
+  Wide(1, L"default");
+  EXPECT_EQ(recorder.Calls(), (Calls{"ReadW \"S\" \"K_utf8\" null 10", "ReadW \"S\" \"K_UC\" null 10",
+                                     "ReadW \"S\" \"K\" \"default\" 1"}));
   file_.Put("[S]\r\nK_UC=48\r\n");
   recorder.Calls().clear();
   Wide(2, L"default");
