@@ -267,6 +267,7 @@ TEST_P(Saving, WhatCannotBeOpenedIsNotWritten) {
        {held, test::IsProtected(locked) ? locked : held, folder / L"none\\saved.bin", folder.path(),
         std::wstring(), std::wstring(32767, L'x'), std::wstring(L"Q:\\x")}) {
     EXPECT_EQ(api.FromBuffer(bad, Data(bytes), bytes.size()), 0);
+    EXPECT_EQ(api.FromBuffer(bad, nullptr, 0), 0) << "also when there is nothing to write";
   }
   EXPECT_EQ(test::ReadBytes(held), "kept");
   EXPECT_EQ(test::ReadBytes(locked), "kept");

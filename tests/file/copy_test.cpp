@@ -397,6 +397,8 @@ TEST(NullContents, AreFilesThatCannotBeOpened) {
   EXPECT_EQ(compare(nullptr, source.c_str()), 0);
   EXPECT_EQ(copyPlain(nullptr, test::Ansi(source).c_str()), 0);
   EXPECT_EQ(copyPlain(nullptr, nullptr), 1) << "both are the empty text";
+  EXPECT_EQ(copy(nullptr, nullptr), 1);
+  EXPECT_EQ(compare(nullptr, nullptr), 1);
   EXPECT_EQ(test::ReadBytes(source), "x");
 }
 

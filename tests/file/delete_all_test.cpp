@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "CallLog.h"
 #include "DirectoryApi.h"
@@ -136,6 +137,62 @@ TEST_P(DeletingAll, FilesThatDoNotMatchAreNotEvenAskedFor) {
   test::CallLog log;
   EXPECT_EQ(api_.DeleteAll(temp_.path(), L".log"), 1);
   EXPECT_EQ(log.Sequence("?FDMs"), "F");
+}
+
+TEST_P(DeletingAll, FoldersWhoseNamesBeginWithPeriods) {
+  test::Plant(temp_, {L".a\\", L".a\\b.log", L"..a\\", L"..a\\b.log", L"...a\\", L"...a\\b.log", L"a\\",
+                      L"a\\b.log"});
+  EXPECT_EQ(api_.DeleteAll(temp_.path(), L".log"), 1);
+  EXPECT_EQ(temp_.Entries(), Names{});
+}
+
+// A drive with one file in its root, whose path is the longest and nearly all of it extension. There is no
+// such drive; what the library asks of it tells whether the filter takes the file.
+const wchar_t kRoot[] = L"Q:\\";
+const std::wstring kLongestExtension = L"." + std::wstring(254, L'e');
+int asked;
+
+class LongestExtension : public ::testing::TestWithParam<bool> {
+ protected:
+  // Whether a filter takes the file, in the deletion of all files and in that of old ones.
+  static std::pair<bool, bool> Takes(const std::wstring& filter) {
+    const test::DirectoryApi api(GetParam());
+    asked = 0;
+    EXPECT_EQ(api.DeleteAll(kRoot, filter), 1) << "a file that is gone already";
+    const bool all = std::exchange(asked, 0) > 0;
+    EXPECT_EQ(api.DeleteOld(kRoot, filter, 0), asked == 0) << "its age cannot be told";
+    return {all, asked > 0};
+  }
+
+ private:
+  const test::ImportHook first_{"FindFirstFileW",
+                                +[](const wchar_t* pattern, WIN32_FIND_DATAW* found) -> HANDLE {
+                                  EXPECT_STREQ(pattern, L"Q:\\*.*");
+                                  *found = {};
+                                  kLongestExtension.copy(found->cFileName, kLongestExtension.size());
+                                  return found;
+                                }};
+  const test::ImportHook next_{"FindNextFileW", +[](HANDLE, WIN32_FIND_DATAW*) -> BOOL { return FALSE; }};
+  const test::ImportHook close_{"FindClose", +[](HANDLE) -> BOOL { return TRUE; }};
+  const test::ImportHook query_{"GetFileAttributesExW",
+                                +[](const wchar_t* path, GET_FILEEX_INFO_LEVELS, void*) -> BOOL {
+                                  EXPECT_EQ(path, kRoot + kLongestExtension);
+                                  ++asked;
+                                  ::SetLastError(ERROR_FILE_NOT_FOUND);
+                                  return FALSE;
+                                }};
+};
+ZERA_BOTH_VARIANTS(LongestExtension);
+
+TEST_P(LongestExtension, IsTakenByItselfAlone) {
+  EXPECT_EQ(Takes(kLongestExtension), std::pair(true, true));
+  EXPECT_EQ(Takes(L"*" + kLongestExtension), std::pair(true, false));
+  for (const std::size_t more : {1u, 2u, 3u, 1000u}) {
+    const std::wstring longer = kLongestExtension + std::wstring(more, L'e');
+    EXPECT_EQ(Takes(longer), std::pair(false, false)) << more;
+    EXPECT_EQ(Takes(L"*" + longer), std::pair(false, false)) << more;
+  }
+  EXPECT_EQ(Takes(kLongestExtension.substr(0, 254)), std::pair(false, false));
 }
 
 TEST_P(DeletingAll, NamesInTheCodePage) {

@@ -52,6 +52,10 @@ TEST(DirectoryWalk, StartPathsThatAreRefused) {
       L"X:\\" + std::wstring(254, L'd') + L"\\",
       L"X:\\tmp\\" + std::wstring(256, L'n'),
       L"X:\\tmp\\n." + std::wstring(256, L'e'),
+      // Components beyond their limits in a path that is short enough.
+      std::wstring(256, L'n'),
+      L"n." + std::wstring(255, L'e'),
+      L"\\" + std::wstring(254, L'd') + L"\\",
       std::wstring(32767, L'\\'),
       std::wstring(32767, L'n'),
   };

@@ -62,6 +62,19 @@ TYPED_TEST(ErrorNumber, TellsMissingArgumentsFromLongOnes) {
     EXPECT_EQ(ErrorOf([&] { Api::Rewrite(member, out, 3, Api::From("x").c_str()); }), ERANGE) << member;
     EXPECT_EQ(ErrorOf([&] { Api::Rewrite(member, nullptr, 9, Api::From("x").c_str()); }), EINVAL) << member;
   }
+  // These take a missing text for an empty one.
+  for (const PathMember member : {kReplaceDrive, kReplaceDir, kReplaceName, kReplaceExt}) {
+    reset();
+    EXPECT_EQ(ErrorOf([&] { Api::Rewrite(member, out, 1000, nullptr); }), kUntouched) << member;
+    reset();
+    EXPECT_EQ(ErrorOf([&] { Api::Rewrite(member, out, 3, Api::From("x").c_str()); }), ERANGE) << member;
+    EXPECT_EQ(ErrorOf([&] { Api::Rewrite(member, nullptr, 9, Api::From("x").c_str()); }), EINVAL) << member;
+  }
+  reset();
+  EXPECT_EQ(ErrorOf([&] { Api::AddIndex(out, 3, 1, 1); }), ERANGE);
+  reset();
+  EXPECT_EQ(ErrorOf([&] { Api::AddIndex(out, 1000, 1, 256); }), ERANGE);
+  EXPECT_EQ(ErrorOf([&] { Api::AddIndex(nullptr, 9, 1, 1); }), EINVAL);
 }
 
 // Drive, directory, name and extension at their limits together: the longest path that is taken.

@@ -95,6 +95,10 @@ TEST_P(Extensions, OverlongComponentLeavesNoExtension) {
   EXPECT_EQ(api.HasExtension(L"\\" + tooLong + L"\\a.txt", L"txt"), 0);
   EXPECT_EQ(api.HasExtension(std::wstring(32763, L'x') + L".txt", L"txt"), 0);
   EXPECT_EQ(api.HasExtension(std::wstring(32763, L'x') + L".txt", L""), 1);
+  const std::wstring all = L"C:\\" + std::wstring(253, L'd') + L"\\" + std::wstring(255, L'n') + L"." +
+                           std::wstring(253, L'e') + L"y";
+  EXPECT_EQ(api.HasExtension(all, L"y"), 1) << "all components at their limits";
+  EXPECT_EQ(api.HasExtension(all + L"y", L"y"), 0);
   EXPECT_EQ(handler.Count(), 0);
 }
 

@@ -81,6 +81,26 @@ TYPED_TEST(PathLimits, VeryLongTexts) {
   }
 }
 
+// What lies behind the terminator is no part of the path, however short that is.
+TYPED_TEST(PathLimits, NothingBehindTheTerminatorCounts) {
+  const auto behind = this->From("\\./.\\./.\\./.\\./.");
+  for (const char* const drive : {"", "C:"}) {
+    for (std::size_t length = 0; length < 20; ++length) {
+      const auto name = this->Repeat(length, 'n');
+      const auto path = this->From(drive) + name;
+      test::GuardedBuffer<TypeParam> buffer(100, path);
+      std::copy(behind.begin(), behind.end(), buffer.data() + path.size() + 1);
+      const std::basic_string<TypeParam> expected[] = {this->From(drive), {},  name, {},
+                                                       this->From(drive), name};
+      for (std::size_t i = 0; i < 6; ++i) {
+        TypeParam out[100];
+        EXPECT_EQ(this->Get(test::kGetters[i], buffer.data(), out, 100), 1);
+        EXPECT_EQ(std::basic_string<TypeParam>(out), expected[i]) << drive << length;
+      }
+    }
+  }
+}
+
 // Texts taken as given go to the composer whole: only the result's capacity limits them.
 TYPED_TEST(PathLimits, ReplacementsTakenAsGivenMayBeLong) {
   const auto text = this->Repeat(900, 'x');
@@ -179,6 +199,11 @@ TYPED_TEST(PathLimits, NullTexts) {
                                     std::size_t room) { return this->Rewrite(member, to, room, nullptr); }),
               given)
         << member;
+    if (!given) continue;
+    test::GuardedBuffer<TypeParam> none(100, path), empty(100, path);
+    EXPECT_EQ(this->Rewrite(member, none.data(), 100, nullptr), 1);
+    EXPECT_EQ(this->Rewrite(member, empty.data(), 100, this->From("").c_str()), 1);
+    EXPECT_EQ(none.text(), empty.text()) << member;
   }
 }
 

@@ -144,6 +144,23 @@ TYPED_TEST(Version, FailingPlatformCallsGiveZeroAndReleaseTheResource) {
        reinterpret_cast<void*>(+[](const wchar_t*, DWORD, DWORD, void*) -> BOOL { return FALSE; })},
       {"VerQueryValueW",
        reinterpret_cast<void*>(+[](const void*, const wchar_t*, void**, UINT*) -> BOOL { return FALSE; })},
+      // Failures that leave what a success would.
+      {"GetFileVersionInfoW",
+       reinterpret_cast<void*>(+[](const wchar_t* path, DWORD unused, DWORD size, void* block) -> BOOL {
+         ::GetFileVersionInfoW(path, unused, size, block);
+         return FALSE;
+       })},
+      {"VerQueryValueW", reinterpret_cast<void*>(
+                             +[](const void* block, const wchar_t* name, void** value, UINT* length) -> BOOL {
+                               ::VerQueryValueW(block, name, value, length);
+                               return FALSE;
+                             })},
+      {"VerQueryValueW", reinterpret_cast<void*>(
+                             +[](const void* block, const wchar_t* name, void** value, UINT* length) -> BOOL {
+                               const BOOL known = ::VerQueryValueW(block, name, value, length);
+                               *length = sizeof(VS_FIXEDFILEINFO) - 1;
+                               return known;
+                             })},
       {"VerQueryValueW",
        reinterpret_cast<void*>(+[](const void*, const wchar_t*, void** value, UINT* length) {
          *value = nullptr;
@@ -166,6 +183,24 @@ TYPED_TEST(Version, FailingPlatformCallsGiveZeroAndReleaseTheResource) {
     EXPECT_EQ(heap.Outstanding(), 0) << fault.name;
     EXPECT_EQ(out.text(), this->From("")) << fault.name;
   }
+}
+
+TYPED_TEST(Version, NothingIsReadWhereThereIsNoResource) {
+  static int reads;
+  reads = 0;
+  const test::ImportHook size(
+      "GetFileVersionInfoSizeW", +[](const wchar_t*, DWORD*) -> DWORD { return 0; });
+  const test::ImportHook read(
+      "GetFileVersionInfoW", +[](const wchar_t* path, DWORD unused, DWORD, void*) -> BOOL {
+        ++reads;
+        BYTE block[1];
+        return ::GetFileVersionInfoW(path, unused, sizeof block, block);
+      });
+  const test::HeapWatch heap;
+  TypeParam out[40];
+  EXPECT_EQ(Get(Module(L"version_file-2.5.3.7_product-2.0.1.1.dll"), out, 40), 0);
+  EXPECT_EQ(reads, 0);
+  EXPECT_EQ(heap.Allocations(), 0);
 }
 
 TYPED_TEST(Version, RootBlockIsAskedForOnce) {

@@ -314,6 +314,20 @@ TEST_P(WriteCheck, PathsBeyondTheLimitsAreNotWritableAndTouchNothing) {
   EXPECT_EQ(temp_.Entries(), Calls{});
 }
 
+// The components' limits together are the longest path that is looked at: no probe fits into its folder,
+// which is asked for all the same.
+TEST_P(WriteCheck, AllComponentsAtTheirLimits) {
+  const std::wstring folder = L"X:\\" + std::wstring(253, L'd') + L"\\";
+  const std::wstring path = folder + std::wstring(255, L'n') + L"." + std::wstring(254, L'e');
+  ASSERT_EQ(path.size(), 767u);
+  Recorder recorder;
+  recorder.refuseMakeFolder = true;
+  EXPECT_EQ(Check(path), 0);
+  EXPECT_EQ(recorder.Take(), (Calls{L"create X:\\<probe>", L"delete X:\\<probe>", L"mkdir " + folder}));
+  EXPECT_EQ(Check(path + L"e"), 0);
+  EXPECT_EQ(recorder.Take(), Calls{});
+}
+
 TEST_P(WriteCheck, PathBeyondTheLimitInAShortFolderIsJudgedByTheFolder) {
   EXPECT_EQ(Check(temp_ / std::wstring(250, L'n') + L".txt"), 1);
 }
