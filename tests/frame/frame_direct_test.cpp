@@ -54,6 +54,45 @@ TEST_F(FrameDirect, ApplicationObjectAlwaysStarts) {
   EXPECT_NE(map->pfnGetBaseMap(), map);
 }
 
+// Where the framework calls it, and what it answers.
+class StubbornApp final : public CWinApp {
+ public:
+  BOOL InitInstance() override {
+    ++started;
+    EXPECT_EQ(AfxGetModuleState(), AfxGetStaticModuleState());
+    return FALSE;
+  }
+  int ExitInstance() override {
+    ++ended;
+    EXPECT_EQ(AfxGetModuleState(), AfxGetStaticModuleState());
+    return 7;
+  }
+  int started = 0, ended = 0;
+};
+
+TEST_F(FrameDirect, LoadingAsksTheApplicationObjectWhileThereIsOne) {
+  CWinApp* const own = AfxGetApp();
+  const HINSTANCE instance = AfxGetStaticModuleState()->m_hCurrentInstanceHandle;
+  const auto another = reinterpret_cast<HINSTANCE>(::GetModuleHandleW(L"kernel32.dll"));
+  {
+    StubbornApp app;
+    EXPECT_EQ(AfxGetApp(), &app);
+    EXPECT_FALSE(AfxInitModule(another)) << "the object's answer";
+    EXPECT_EQ(AfxGetStaticModuleState()->m_hCurrentInstanceHandle, another);
+    EXPECT_EQ(app.started, 1);
+    AfxTermModule();
+    EXPECT_EQ(app.ended, 1);
+    EXPECT_EQ(app.CWinApp::InitInstance(), TRUE);
+    EXPECT_EQ(app.CWinApp::ExitInstance(), 0);
+    ASSERT_NE(app.GetMessageMap(), nullptr);
+    EXPECT_EQ(app.GetMessageMap()->pfnGetBaseMap, nullptr) << "the framework's own map ends the chain";
+  }
+  EXPECT_EQ(AfxGetApp(), nullptr);
+  EXPECT_TRUE(AfxInitModule(instance)) << "nobody to ask";
+  AfxTermModule();
+  framework::moduleState.m_pCurrentWinApp = own;
+}
+
 // Texts of every length around the buffer on the stack, with half a double-byte character at the end
 // (under code page 1252 an ordinary letter), against the platform's conversion of the bytes alone.
 TEST_F(FrameDirect, TextEndsWhereThePlatformEndsIt) {

@@ -5,9 +5,14 @@
 
 #include <ZERATools.h>
 
+#include <atomic>
+#include <cstdlib>
 #include <functional>
 #include <new>
 #include <string>
+#include <thread>
+#include <utility>
+#include <vector>
 
 #include "support/CodePage.h"
 #include "support/HostException.h"
@@ -63,6 +68,62 @@ TEST(Raised, ExceptionsAreGivenBackWhole) {
   EXPECT_EQ(heap.Outstanding(), 2) << "the object, and the file's name in it";
   test::DeleteException(exception);
   EXPECT_EQ(heap.Outstanding(), 0);
+}
+
+// Memory is exhausted but for small blocks: the runtime's account of an exception has none, and each of 32
+// threads can have one in flight all the same. None of these places is the heap's.
+constexpr int kInFlight = 32;
+std::atomic<int> threadsThere, foreignBlocks;
+HANDLE allThere;
+thread_local bool isInFlight;
+
+void* SmallBlocksOnly(std::size_t size) {
+  return size > 256 ? nullptr : std::malloc(size);
+}
+BOOL WINAPI FailToReadAtOnce(HANDLE, void*, DWORD, DWORD*, OVERLAPPED*) {
+  isInFlight = true;
+  ::SetLastError(ERROR_CRC);
+  return FALSE;
+}
+// The exception's object goes while the exception is still being handled.
+void FreeWhenAllAreThere(void* block) {
+  HMODULE owner = nullptr;
+  foreignBlocks += ::GetModuleHandleExW(
+      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+      static_cast<const wchar_t*>(block), &owner);
+  if (std::exchange(isInFlight, false)) {
+    if (++threadsThere == kInFlight) ::SetEvent(allThere);
+    EXPECT_EQ(::WaitForSingleObject(allThere, 60'000), WAIT_OBJECT_0);
+  }
+  if (!owner) std::free(block);
+}
+
+TEST(Raised, ThirtyTwoThreadsHaveExceptionsWithoutMemory) {
+  const test::TempFolder temp;
+  const std::wstring source = temp.File(L"source.bin", "bytes");
+  const auto toBuffer = test::Export<decltype(ZERA_TOOLS_FILE_TO_BUFFER_UC)>(1025);
+  const test::ImportHook allocation("malloc", &SmallBlocksOnly);
+  const test::ImportHook release("free", &FreeWhenAllAreThere);
+  const test::ImportHook read("ReadFile", &FailToReadAtOnce);
+  allThere = ::CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  foreignBlocks = 0;
+  std::atomic<int> refused = 0;
+  for (int round = 0; round < 2; ++round) {
+    threadsThere = 0;
+    ::ResetEvent(allThere);
+    std::vector<std::thread> threads;
+    for (int i = 0; i < kInFlight; ++i) {
+      threads.emplace_back([&] {
+        unsigned char bytes[8];
+        unsigned __int64 count = 9;
+        refused += toBuffer(source.c_str(), bytes, sizeof bytes, &count) == 0 && count == 0;
+      });
+    }
+    for (std::thread& thread : threads) thread.join();
+  }
+  ::CloseHandle(allThere);
+  EXPECT_EQ(refused, 2 * kInFlight);
+  EXPECT_EQ(foreignBlocks, 0);
 }
 
 TEST_F(HostHandler, WhatItRaisesPassesThroughAsItIs) {

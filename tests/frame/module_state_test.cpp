@@ -115,6 +115,10 @@ TEST(ModuleState, IsTheLibrarysOwnInAllExportsButTwo) {
       GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
       static_cast<const wchar_t*>(*states.begin()), &owner));
   EXPECT_EQ(owner, test::Library());
+  // What loading put there: the application object, and whose it is.
+  const auto* const fields = static_cast<void* const*>(*states.begin());
+  EXPECT_NE(fields[0], nullptr);
+  EXPECT_EQ(fields[1], static_cast<void*>(test::Library()));
 }
 
 }  // namespace

@@ -7,9 +7,15 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "support/ImportHook.h"
 #include "support/Leave.h"
+
+// Compilers without sized deallocation do not declare it.
+void operator delete(void* block, std::size_t size) noexcept;
 
 namespace {
 
@@ -78,6 +84,18 @@ TEST(Errors, DestroyedWithoutFreeing) {
 // Those that stand ready are destroyed as a host destroys any, and stay.
 TEST(Errors, ReadyObjectsSurviveTheirDestruction) {
   int raised = 0;
+  static int freed;
+  freed = 0;
+  const test::ImportHook hook(
+      "free",
+      +[](void* block) {
+        HMODULE owner = nullptr;
+        freed += ::GetModuleHandleExW(
+            GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+            static_cast<const wchar_t*>(block), &owner);
+        if (!owner) test::Platform<void(void*)>(L"ucrtbase.dll", "free")(block);
+      },
+      ::GetModuleHandleW(nullptr));
   for (int time = 0; time < 2; ++time) {
     try {
       AfxThrowMemoryException();
@@ -93,13 +111,15 @@ TEST(Errors, ReadyObjectsSurviveTheirDestruction) {
     }
   }
   EXPECT_EQ(raised, 4);
+  EXPECT_EQ(freed, 0) << "what lies in a module is no block of the heap";
 }
 
 // No message of its own, no resource: what a host's base class of these reads.
 TEST(Errors, SimpleExceptionsHoldNoMessage) {
   const CMemoryException exception(FALSE);
   const char none[sizeof(CSimpleException) - sizeof(CException)] = {};
-  EXPECT_EQ(std::memcmp(reinterpret_cast<const char*>(&exception) + sizeof(CException), none, sizeof none), 0);
+  EXPECT_EQ(std::memcmp(reinterpret_cast<const char*>(&exception) + sizeof(CException), none, sizeof none),
+            0);
 }
 
 TEST(Errors, NothingIsShown) {
@@ -129,6 +149,7 @@ TEST(Errors, PlatformNumbersBecomeCodes) {
     DWORD number;
     DWORD code;
   } rows[] = {
+      {1, 0x80070001},
       {ERROR_ACCESS_DENIED, 0x80070005},
       {ERROR_OUTOFMEMORY, 0x8007000E},  // which is the memory exception's
       {0x12345, 0x80072345},
@@ -159,6 +180,121 @@ TEST(Errors, LockThatCannotBeMadeRaises) {
             static_cast<HRESULT>(0x80070000 | ERROR_NO_SYSTEM_RESOURCES));
 }
 
+// What was done to one lock.
+void* theLock;
+int entries, exits, ends;
+
+TEST(Errors, ALockIsHeldFromLockToUnlock) {
+  const HMODULE self = ::GetModuleHandleW(nullptr);
+  const test::ImportHook entering(
+      "EnterCriticalSection",
+      +[](CRITICAL_SECTION* section) {
+        entries += section == theLock;
+        test::Platform<void(CRITICAL_SECTION*)>(L"kernel32.dll", "EnterCriticalSection")(section);
+      },
+      self);
+  const test::ImportHook leaving(
+      "LeaveCriticalSection",
+      +[](CRITICAL_SECTION* section) {
+        exits += section == theLock;
+        test::Platform<void(CRITICAL_SECTION*)>(L"kernel32.dll", "LeaveCriticalSection")(section);
+      },
+      self);
+  const test::ImportHook ending(
+      "DeleteCriticalSection",
+      +[](CRITICAL_SECTION* section) {
+        ends += section == theLock;
+        test::Platform<void(CRITICAL_SECTION*)>(L"kernel32.dll", "DeleteCriticalSection")(section);
+      },
+      self);
+  const auto counts = [] { return std::pair(std::exchange(entries, 0), std::exchange(exits, 0)); };
+  entries = exits = ends = 0;
+  {
+    CCriticalSection section;
+    theLock = &section;
+    { CSingleLock idle(&section); }
+    EXPECT_EQ(counts(), std::pair(0, 0));
+    {
+      CSingleLock lock(&section, TRUE);
+      EXPECT_EQ(counts(), std::pair(1, 0));
+    }
+    EXPECT_EQ(counts(), std::pair(0, 1));
+    {
+      CSingleLock lock(&section);
+      lock.Lock();
+      EXPECT_EQ(counts(), std::pair(1, 0));
+      lock.Unlock();
+      lock.Unlock();
+      EXPECT_EQ(counts(), std::pair(0, 1));
+      lock.Lock();
+      EXPECT_EQ(counts(), std::pair(1, 0));
+    }
+    EXPECT_EQ(counts(), std::pair(0, 1));
+    EXPECT_EQ(ends, 0);
+  }
+  EXPECT_EQ(ends, 1);
+}
+
+// The library's own new and delete.
+TEST(Errors, MemoryIsTheRuntimesAndItsLackAnException) {
+  static std::size_t asked;
+  static int freed;
+  static void* block;
+  const HMODULE self = ::GetModuleHandleW(nullptr);
+  const test::ImportHook allocation(
+      "malloc",
+      +[](std::size_t size) -> void* {
+        asked = size;
+        return size == 12345 ? nullptr : test::Platform<void*(std::size_t)>(L"ucrtbase.dll", "malloc")(size);
+      },
+      self);
+  const test::ImportHook release(
+      "free",
+      +[](void* one) {
+        freed += one == block;
+        test::Platform<void(void*)>(L"ucrtbase.dll", "free")(one);
+      },
+      self);
+  freed = 0;
+  block = ::operator new(100);
+  EXPECT_EQ(asked, 100u);
+  ::operator delete(block);
+  EXPECT_EQ(freed, 1);
+  block = ::operator new(100);
+  void (*const deleteSized)(void*, std::size_t) = &::operator delete;
+  deleteSized(block, 100);
+  EXPECT_EQ(freed, 2);
+  block = ::operator new(0);
+  EXPECT_NE(block, nullptr);
+  ::operator delete(block);
+  EXPECT_EQ(freed, 3);
+  EXPECT_EQ(CodeOf([] { ::operator delete(::operator new(12345)); }), E_OUTOFMEMORY);
+}
+
+struct tm askedFields;
+TEST(Errors, CalendarFieldsReachTheRuntimeAsTheyAre) {
+  const test::ImportHook hook(
+      "_mktime64",
+      +[](struct tm* fields) -> __time64_t {
+        askedFields = *fields;
+        return 0;
+      },
+      ::GetModuleHandleW(nullptr));
+  for (const int dst : {0, 1, -1}) {
+    EXPECT_EQ(CTime(1981, 2, 3, 4, 5, 6, dst).GetTime(), 0);
+    EXPECT_EQ(askedFields.tm_year, 81);
+    EXPECT_EQ(askedFields.tm_mon, 1);
+    EXPECT_EQ(askedFields.tm_mday, 3);
+    EXPECT_EQ(askedFields.tm_hour, 4);
+    EXPECT_EQ(askedFields.tm_min, 5);
+    EXPECT_EQ(askedFields.tm_sec, 6);
+    EXPECT_EQ(askedFields.tm_isdst, dst);
+  }
+  EXPECT_EQ(CTime(1981, 2, 3, 4, 5, 6).GetTime(), 0);
+  EXPECT_EQ(askedFields.tm_isdst, -1) << "the runtime decides";
+  EXPECT_EQ(CTime().GetTime(), 0);
+}
+
 TEST(Errors, CalendarTimes) {
   // Standard time is asked for: the C runtime's own answer is the measure.
   struct tm fields = {};
@@ -180,7 +316,8 @@ TEST(Errors, CalendarTimes) {
   }
   const int bad[][6] = {{1969, 1, 1, 0, 0, 0},  {1980, 0, 1, 0, 0, 0},  {1980, 13, 1, 0, 0, 0},
                         {1980, 1, 0, 0, 0, 0},  {1980, 1, 32, 0, 0, 0}, {1980, 1, 1, -1, 0, 0},
-                        {1980, 1, 1, 24, 0, 0}, {1980, 1, 1, 0, 60, 0}, {1980, 1, 1, 0, 0, 60}};
+                        {1980, 1, 1, 24, 0, 0}, {1980, 1, 1, 0, 60, 0}, {1980, 1, 1, 0, 0, 60},
+                        {1980, 1, 1, 0, -1, 0}, {1980, 1, 1, 0, 0, -1}};
   for (const auto& row : bad) {
     EXPECT_EQ(CodeOf([&] { CTime(row[0], row[1], row[2], row[3], row[4], row[5], 0); }), E_FAIL);
   }
@@ -234,6 +371,7 @@ TEST(Errors, MessagesSayWhatEachClassStandsFor) {
   EXPECT_EQ(message(CMemoryException(FALSE)), PlatformText(ERROR_OUTOFMEMORY));
   EXPECT_EQ(message(CInvalidArgException(FALSE)), PlatformText(ERROR_INVALID_PARAMETER));
   EXPECT_EQ(message(CFileException(CFileException::genericException, 1, nullptr)), PlatformText(1));
+  EXPECT_EQ(message(COleException(ERROR_ACCESS_DENIED)), PlatformText(ERROR_ACCESS_DENIED));
 }
 
 TEST(Errors, ObjectsThatStandReadyAreNotDeleted) {
@@ -263,18 +401,31 @@ TEST(Errors, PlatformNumbersBecomeCauses) {
       {ERROR_PATH_NOT_FOUND, 3},
       {ERROR_INVALID_DRIVE, 3},
       {ERROR_BAD_NETPATH, 3},
+      {ERROR_BAD_NET_NAME, 3},
+      {ERROR_BAD_PATHNAME, 3},
+      {ERROR_FILENAME_EXCED_RANGE, 3},
       {ERROR_INVALID_NAME, 3},
       {ERROR_TOO_MANY_OPEN_FILES, 4},
+      {ERROR_NO_MORE_SEARCH_HANDLES, 4},
       {ERROR_ACCESS_DENIED, 5},
       {ERROR_WRITE_PROTECT, 5},
       {ERROR_FILE_EXISTS, 5},
+      {ERROR_ALREADY_EXISTS, 5},
+      {ERROR_NETWORK_ACCESS_DENIED, 5},
+      {ERROR_DIR_NOT_EMPTY, 5},
       {ERROR_INVALID_HANDLE, 6},
       {ERROR_CURRENT_DIRECTORY, 7},
       {ERROR_CANNOT_MAKE, 8},
       {ERROR_SEEK, 9},
       {ERROR_NEGATIVE_SEEK, 9},
+      {ERROR_NOT_READY, 10},
+      {ERROR_BAD_UNIT, 10},
       {ERROR_CRC, 10},
+      {ERROR_SECTOR_NOT_FOUND, 10},
       {ERROR_WRITE_FAULT, 10},
+      {ERROR_READ_FAULT, 10},
+      {ERROR_GEN_FAILURE, 10},
+      {ERROR_IO_DEVICE, 10},
       {ERROR_SHARING_VIOLATION, 11},
       {ERROR_LOCK_VIOLATION, 12},
       {ERROR_DISK_FULL, 13},
@@ -306,6 +457,40 @@ TEST(Errors, ClassRecordsLeadToTheirBases) {
   EXPECT_TRUE(memory.IsKindOf(simple));
   EXPECT_FALSE(file.IsKindOf(simple));
   EXPECT_FALSE(file.IsKindOf(nullptr));
+}
+
+// Each record of a chain, down to the root, is that of the Microsoft ABI's object.
+TEST(Errors, ClassRecordsTellNamesAndSizes) {
+  using Row = std::pair<std::string, int>;
+  const auto chain = [](const CException& exception) {
+    std::vector<Row> rows;
+    for (const CRuntimeClass* one = exception.GetRuntimeClass(); one;
+         one = one->m_pfnGetBaseClass ? one->m_pfnGetBaseClass() : nullptr) {
+      rows.emplace_back(one->m_lpszClassName, one->m_nObjectSize);
+      EXPECT_EQ(one->m_wSchema, 0xFFFFu) << "is not stored in archives";
+      EXPECT_EQ(one->m_pfnCreateObject, nullptr);
+    }
+    return rows;
+  };
+  const Row object("CObject", 8), base("CException", 16), simple("CSimpleException", 288);
+  EXPECT_EQ(chain(CFileException(0, 0, nullptr)), (std::vector<Row>{{"CFileException", 32}, base, object}));
+  EXPECT_EQ(chain(COleException()), (std::vector<Row>{{"COleException", 24}, base, object}));
+  EXPECT_EQ(chain(CMemoryException()), (std::vector<Row>{{"CMemoryException", 288}, simple, base, object}));
+  EXPECT_EQ(chain(CInvalidArgException()),
+            (std::vector<Row>{{"CInvalidArgException", 288}, simple, base, object}));
+}
+
+// The Microsoft ABI's deleting destructor gives the object's address, whichever class it is.
+TEST(Errors, DestructorsGiveTheAddress) {
+  const auto destroyed = [](auto* object) {
+    const bool same = object->DeletingDestructor(0) == object;
+    ::operator delete(object);
+    return same;
+  };
+  EXPECT_TRUE(destroyed(new CFileException(0, 0, nullptr)));
+  EXPECT_TRUE(destroyed(new COleException));
+  EXPECT_TRUE(destroyed(new CMemoryException));
+  EXPECT_TRUE(destroyed(new CInvalidArgException));
 }
 
 }  // namespace

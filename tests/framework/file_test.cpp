@@ -115,6 +115,18 @@ TEST_F(File, PathsMayHave259Characters) {
   EXPECT_FALSE(finder.FindFile(L""));
 }
 
+TEST_F(File, PathsMayHaveOneCharacter) {
+  const test::CurrentFolder current(folder_.path());
+  folder_.File(L"f", "1");
+  CFileStatus status;
+  EXPECT_TRUE(CFile::GetStatus(L"f", status));
+  EXPECT_EQ(status.m_szFullName, folder_ / L"f");
+  CFile file;
+  EXPECT_TRUE(file.Open(L"f", CFile::modeRead));
+  CFileFind finder;
+  EXPECT_TRUE(finder.FindFile(L"f"));
+}
+
 BOOL WINAPI DeniedQuery(LPCWSTR, GET_FILEEX_INFO_LEVELS, LPVOID) {
   ::SetLastError(ERROR_SHARING_VIOLATION);
   return FALSE;
@@ -138,17 +150,70 @@ TEST_F(File, StatusOfAFileThatRefusesTheQuery) {
   EXPECT_FALSE(CFile::GetStatus(path.c_str(), status));
 }
 
-DWORD WINAPI NoFullPath(LPCWSTR, DWORD, LPWSTR, LPWSTR*) {
-  return 0;
+// Answers that differ in each part, of the query and of the folder's list.
+FILETIME SecondsSince1970(ULONGLONG seconds) {
+  const ULONGLONG steps = (seconds + 11'644'473'600) * 10'000'000;
+  return {static_cast<DWORD>(steps), static_cast<DWORD>(steps >> 32)};
+}
+BOOL WINAPI DistinctQuery(LPCWSTR, GET_FILEEX_INFO_LEVELS, LPVOID out) {
+  *static_cast<WIN32_FILE_ATTRIBUTE_DATA*>(out) = {FILE_ATTRIBUTE_NORMAL,
+                                                   SecondsSince1970(1'000'000'001),
+                                                   SecondsSince1970(1'000'000'002),
+                                                   SecondsSince1970(1'000'000'003),
+                                                   4,
+                                                   5};
+  return TRUE;
+}
+HANDLE WINAPI DistinctEntry(LPCWSTR path, WIN32_FIND_DATAW* found) {
+  const HANDLE search =
+      test::Platform<decltype(FindFirstFileW)>(L"kernel32.dll", "FindFirstFileW")(path, found);
+  found->dwFileAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_NORMAL;
+  found->ftCreationTime = SecondsSince1970(1'000'000'011);
+  found->ftLastAccessTime = SecondsSince1970(1'000'000'012);
+  found->ftLastWriteTime = SecondsSince1970(1'000'000'013);
+  found->nFileSizeHigh = 6;
+  found->nFileSizeLow = 7;
+  return search;
+}
+
+TEST_F(File, EachPartOfTheStatusIsItsOwn) {
+  const std::wstring path = folder_.File(L"f.txt", "12345");
+  CFileStatus status;
+  {
+    const test::ImportHook query("GetFileAttributesExW", &DistinctQuery, Self());
+    ASSERT_TRUE(CFile::GetStatus(path.c_str(), status));
+  }
+  EXPECT_EQ(status.m_ctime.GetTime(), 1'000'000'001);
+  EXPECT_EQ(status.m_atime.GetTime(), 1'000'000'002);
+  EXPECT_EQ(status.m_mtime.GetTime(), 1'000'000'003);
+  EXPECT_EQ(status.m_size, 0x400000005u);
+  EXPECT_EQ(status.m_attribute, 0u) << "normal is the absence of others";
+  const test::ImportHook query("GetFileAttributesExW", &DeniedQuery, Self());
+  const test::ImportHook entry("FindFirstFileW", &DistinctEntry, Self());
+  ASSERT_TRUE(CFile::GetStatus(path.c_str(), status));
+  EXPECT_EQ(status.m_ctime.GetTime(), 1'000'000'011);
+  EXPECT_EQ(status.m_atime.GetTime(), 1'000'000'012);
+  EXPECT_EQ(status.m_mtime.GetTime(), 1'000'000'013);
+  EXPECT_EQ(status.m_size, 0x600000007u);
+  EXPECT_EQ(status.m_attribute, static_cast<DWORD>(FILE_ATTRIBUTE_HIDDEN));
+}
+
+// The full name as it would be, and an answer that it is not there or too long.
+DWORD fullLength;
+DWORD WINAPI RefusedFullPath(LPCWSTR path, DWORD capacity, LPWSTR full, LPWSTR* name) {
+  test::Platform<decltype(GetFullPathNameW)>(L"kernel32.dll", "GetFullPathNameW")(path, capacity, full, name);
+  return fullLength;
 }
 
 TEST_F(File, StatusNeedsTheFullName) {
   const std::wstring path = folder_.File(L"f.txt", "12345");
-  const test::ImportHook hook("GetFullPathNameW", &NoFullPath, Self());
-  CFileStatus status;
-  EXPECT_FALSE(CFile::GetStatus(path.c_str(), status));
-  CFileFind finder;
-  EXPECT_FALSE(finder.FindFile(path.c_str()));
+  const test::ImportHook hook("GetFullPathNameW", &RefusedFullPath, Self());
+  for (fullLength = 0; fullLength <= 261; fullLength += 261) {
+    CFileStatus status;
+    EXPECT_FALSE(CFile::GetStatus(path.c_str(), status)) << fullLength;
+    CFileFind finder;
+    EXPECT_FALSE(finder.FindFile(path.c_str())) << fullLength;
+  }
 }
 
 // --- Opening
@@ -200,10 +265,35 @@ TEST_F(File, FailureToOpenIsAResultWithAReason) {
   EXPECT_EQ(error.m_cause, CFileException::fileNotFound);
   EXPECT_EQ(error.m_lOsError, ERROR_FILE_NOT_FOUND);
   EXPECT_STREQ(error.m_strFileName, path.c_str());
+  const std::wstring tooLong(260, L'x');
+  EXPECT_FALSE(file.Open(tooLong.c_str(), CFile::modeRead, &error));
+  EXPECT_EQ(error.m_cause, CFileException::badPath);
+  EXPECT_EQ(error.m_lOsError, ERROR_BAD_PATHNAME);
+  EXPECT_STREQ(error.m_strFileName, tooLong.c_str());
   EXPECT_FALSE(file.Open(L"", CFile::modeRead, &error));
   EXPECT_EQ(error.m_cause, CFileException::badPath);
+  EXPECT_STREQ(error.m_strFileName, L"");
   EXPECT_FALSE(file.Open(nullptr, CFile::modeRead));
   EXPECT_FALSE(file.Open(folder_.path().c_str(), CFile::modeRead));
+}
+
+TEST_F(File, PathsThatNameNothingAreNotOpened) {
+  const test::ImportHook hook("CreateFileW", &WatchedOpen, Self());
+  opened = {};
+  for (const wchar_t* const path : {static_cast<const wchar_t*>(nullptr), L""}) {
+    CFile file;
+    EXPECT_FALSE(file.Open(path, CFile::modeRead));
+  }
+  EXPECT_EQ(opened.access, 0u) << "the platform is not asked";
+}
+
+TEST_F(File, OpeningClosesWhatWasOpen) {
+  const std::wstring path = folder_.File(L"f.txt", "1");
+  CFile file;
+  ASSERT_TRUE(file.Open(path.c_str(), CFile::modeReadWrite));
+  EXPECT_TRUE(file.Open(path.c_str(), CFile::modeReadWrite)) << "nobody else has it";
+  EXPECT_FALSE(file.Open(L"", CFile::modeRead));
+  EXPECT_TRUE(::DeleteFileW(path.c_str()));
 }
 
 // --- Reading, writing, closing
@@ -251,12 +341,52 @@ TEST_F(File, FailuresAreExceptions) {
   {
     const test::ImportHook hook("WriteFile", &FailingWrite, Self());
     EXPECT_EQ(CauseOf([&] { file.Write(block, 4); }), CFileException::diskFull);
+    EXPECT_EQ(CauseOf([&] { file.Write(block, 0); }), -1) << "nothing is asked for";
   }
   {
     const test::ImportHook hook("WriteFile", &ShortWrite, Self());
     EXPECT_EQ(CauseOf([&] { file.Write(block, 4); }), CFileException::diskFull);
   }
   file.Close();
+}
+
+BOOL WINAPI FailingClose(HANDLE handle) {
+  test::Platform<decltype(CloseHandle)>(L"kernel32.dll", "CloseHandle")(handle);
+  ::SetLastError(ERROR_DISK_FULL);
+  return FALSE;
+}
+
+// Each failure names the file that is open now.
+TEST_F(File, ExceptionsNameTheFile) {
+  const std::wstring longer = folder_.File(L"longer.bin", "data"), path = folder_.File(L"f.bin", "data");
+  const auto nameIn = [](const auto& body) {
+    std::wstring name;
+    try {
+      body();
+    } catch (CFileException* exception) {
+      name = exception->m_strFileName;
+      exception->Delete();
+    }
+    return name;
+  };
+  CFile file;
+  char block[4];
+  ASSERT_TRUE(file.Open(longer.c_str(), CFile::modeReadWrite));
+  ASSERT_TRUE(file.Open(path.c_str(), CFile::modeReadWrite));
+  {
+    const test::ImportHook hook("ReadFile", &FailingRead, Self());
+    EXPECT_EQ(nameIn([&] { file.Read(block, 4); }), path);
+  }
+  {
+    const test::ImportHook hook("WriteFile", &FailingWrite, Self());
+    EXPECT_EQ(nameIn([&] { file.Write(block, 4); }), path);
+  }
+  {
+    const test::ImportHook hook("WriteFile", &ShortWrite, Self());
+    EXPECT_EQ(nameIn([&] { file.Write(block, 4); }), path);
+  }
+  const test::ImportHook hook("CloseHandle", &FailingClose, Self());
+  EXPECT_EQ(nameIn([&] { file.Close(); }), path);
 }
 
 // --- The finder
@@ -278,8 +408,11 @@ TEST_F(File, FinderListsEachEntryOnce) {
   folder_.File(L"b.txt", "");
   folder_.File(L"..hidden", "");
   folder_.Folder(L"inner");
-  EXPECT_EQ(Found(folder_ / L"*.*"), (std::multiset<std::wstring>{folder_ / L"..hidden", folder_ / L"a.txt",
-                                                                  folder_ / L"b.txt", folder_ / L"inner\\"}));
+  folder_.Folder(L".a");
+  folder_.Folder(L"..a");
+  EXPECT_EQ(Found(folder_ / L"*.*"),
+            (std::multiset<std::wstring>{folder_ / L"..a\\", folder_ / L"..hidden", folder_ / L".a\\",
+                                         folder_ / L"a.txt", folder_ / L"b.txt", folder_ / L"inner\\"}));
   EXPECT_EQ(Found(folder_ / L"a*"), std::multiset<std::wstring>{folder_ / L"a.txt"});
   EXPECT_TRUE(Found(folder_ / L"*.none").empty());
   EXPECT_TRUE(Found(folder_ / L"none\\*.*").empty());
@@ -304,6 +437,9 @@ TEST_F(File, FinderClosesWhatItOpened) {
   finder.Close();
   EXPECT_FALSE(finder.FindNextFileW());
   EXPECT_EQ(test::OpenHandles(), before);
+  ASSERT_TRUE(finder.FindFile((folder_ / L"*").c_str()));
+  EXPECT_FALSE(finder.FindFile(L""));
+  EXPECT_FALSE(finder.FindNextFileW()) << "the one before is over";
 }
 
 }  // namespace
