@@ -4,8 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cwchar>
+#include <iterator>
+#include <new>
 #include <string>
 
 #include "frame/App.h"
@@ -50,8 +53,12 @@ TEST_F(FrameDirect, ApplicationObjectAlwaysStarts) {
   EXPECT_EQ(AfxGetApp()->ExitInstance(), 0);
   const AFX_MSGMAP* const map = AfxGetApp()->GetMessageMap();
   ASSERT_NE(map->pfnGetBaseMap, nullptr);
-  EXPECT_EQ(map->lpEntries[0].pfn, nullptr);
-  EXPECT_NE(map->pfnGetBaseMap(), map);
+  ASSERT_NE(map->pfnGetBaseMap(), map);
+  for (const AFX_MSGMAP_ENTRY* const last : {map->lpEntries, map->pfnGetBaseMap()->lpEntries}) {
+    EXPECT_EQ(last->nMessage | last->nCode | last->nID | last->nLastID, 0u);
+    EXPECT_EQ(last->nSig, 0u);
+    EXPECT_EQ(last->pfn, nullptr);
+  }
 }
 
 // Where the framework calls it, and what it answers.
@@ -115,6 +122,18 @@ TEST_F(FrameDirect, TextEndsWhereThePlatformEndsIt) {
   }
   const test::LocalText& local = test::Local();
   EXPECT_STREQ(frame::WideText((local.bytes + ".txt").c_str()), (local.wide + L".txt").c_str());
+}
+
+TEST_F(FrameDirect, NothingIsWrittenBehindTheObject) {
+  using frame::WideText;
+  for (const std::size_t length : {258, 259, 260}) {
+    alignas(WideText) unsigned char memory[sizeof(WideText) + 16];
+    std::fill(std::begin(memory), std::end(memory), static_cast<unsigned char>(0xA7));
+    const WideText& wide = *new (memory) WideText(std::string(length, 'a').c_str());
+    EXPECT_EQ(std::wcslen(wide), length);
+    EXPECT_EQ(std::count(memory + sizeof(WideText), std::end(memory), 0xA7), 16) << length;
+    wide.~WideText();
+  }
 }
 
 // The conversion of a text that is longer than the buffer fails: at once, at the measuring, at the last step.
@@ -192,8 +211,19 @@ TEST_F(FrameDirect, LongTextWithoutMemoryRaisesTheMemoryException) {
   EXPECT_TRUE(raised);
 }
 
+// Whatever the memory held before, and without asking the platform.
 TEST_F(FrameDirect, NullTextBecomesEmpty) {
-  EXPECT_STREQ(frame::WideText(nullptr), L"");
+  using frame::WideText;
+  const test::ImportHook hook("MultiByteToWideChar", &FailingConversion, ::GetModuleHandleW(nullptr));
+  conversions = failingConversion = 0;
+  for (const char* const text : {static_cast<const char*>(nullptr), ""}) {
+    alignas(WideText) volatile unsigned char memory[sizeof(WideText)];
+    for (volatile unsigned char& byte : memory) byte = 0xCD;
+    const WideText& wide = *new (const_cast<unsigned char*>(memory)) WideText(text);
+    EXPECT_STREQ(static_cast<const wchar_t*>(wide), L"");
+    wide.~WideText();
+  }
+  EXPECT_EQ(conversions, 0);
 }
 
 }  // namespace

@@ -67,6 +67,14 @@ TEST(Elapsed, WholeUnitsHaveTheLimitOfAnUnsignedNumber) {
   }
 }
 
+TEST(Calendar, IsZeroAtFirst) {
+  const Calendar none;
+  for (const std::uint16_t field : {none.year, none.month, none.dayOfWeek, none.day, none.hour, none.minute,
+                                    none.second, none.milliseconds}) {
+    EXPECT_EQ(field, 0);
+  }
+}
+
 TEST(Clamp, EveryFieldAtBothEnds) {
   Calendar low = {};
   hrtime::ClampCalendar(low);
@@ -145,6 +153,7 @@ TEST(Difference, StampsGoByWayOfSeconds) {
   EXPECT_LT(hrtime::StampDifferenceMs({101, 750}, {100, 250}), 0);
   EXPECT_EQ(hrtime::Truncate32(1999.999), 1999);
   EXPECT_EQ(hrtime::Truncate32(-2147483648.9), INT_MIN);
+  EXPECT_EQ(hrtime::Truncate32(-2147483647.0), -INT_MAX);
   EXPECT_EQ(hrtime::Truncate32(2147483647.9), INT_MAX);
   EXPECT_EQ(hrtime::Truncate32(std::numeric_limits<double>::quiet_NaN()), INT_MIN);
   EXPECT_EQ(hrtime::Truncate32(3e9), INT_MIN) << "the processor's value for a number that does not fit";

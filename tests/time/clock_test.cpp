@@ -115,6 +115,10 @@ TEST_F(Clock, FixedSpanNeverMoves) {
   EXPECT_EQ(backwards.ElapsedMilliseconds(), 0x7FFFFFFF);
   EXPECT_EQ(backwards.ElapsedSeconds(), 0x7FFFFFFF);
   EXPECT_TRUE(CHRTimeSpan(0, 5).IsNull());
+  span.Start();
+  EXPECT_EQ(span.ElapsedMicroseconds(), 0) << "both ends are now";
+  backwards.Clear();
+  EXPECT_EQ(backwards.ElapsedMicroseconds(), 0) << "both ends are 0";
 }
 
 TEST_F(Clock, LongSpansInMilliseconds) {

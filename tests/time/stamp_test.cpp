@@ -93,6 +93,14 @@ TEST(StampFormat, LineFeedsAreRemovedWhereverTheyAre) {
                L"Tue Mar 5 14:07:09.001 2024");
 }
 
+// The room's limit, and a text that ends before its seconds.
+TEST(StampFormat, TextsOfOtherLengths) {
+  const hrtime::StampText cut = hrtime::FormatStamp(std::wstring(60, L'x').c_str(), 42);
+  EXPECT_STREQ(cut.text, L"xxxxxxxxxxxxxxxxxxx.042 xxxxxxxxxxxxxxx");
+  EXPECT_EQ(cut.length, hrtime::StampText::kCapacity - 1);
+  EXPECT_STREQ(hrtime::FormatStamp(L"ab", 42).text, L"ab.042 ");
+}
+
 TEST_F(Stamp, NowStampHasTheMilliseconds) {
   EXPECT_STREQ(hrtime::NowStamp().text, kTuesday);
 }
@@ -139,6 +147,22 @@ TEST_F(Stamp, EqualInstantsAreNotInTheFuture) {
   EXPECT_EQ(hrtime::StampElapsedMs(earlier, {wall.time + 500, 7}), 0);
   EXPECT_EQ(earlier.seconds, wall.time + 500) << "left as it was";
   EXPECT_EQ(earlier.milliseconds, 7u);
+}
+
+// Computed by way of seconds, a millisecond may come out a little shorter; it is no future for that.
+TEST_F(Stamp, LessThanAMillisecondIsNotInTheFuture) {
+  int shorter = 0;
+  for (std::int64_t seconds = wall.time + 500; seconds < wall.time + 600; ++seconds) {
+    for (unsigned int milliseconds = 0; milliseconds < 999; milliseconds += 111) {
+      Instant earlier = {seconds, milliseconds};
+      const int elapsed = hrtime::StampElapsedMs(earlier, {seconds, milliseconds + 1});
+      EXPECT_TRUE(elapsed == 0 || elapsed == 1) << elapsed;
+      shorter += elapsed == 0;
+      EXPECT_EQ(earlier.seconds, seconds);
+      EXPECT_EQ(earlier.milliseconds, milliseconds);
+    }
+  }
+  EXPECT_GT(shorter, 0);
 }
 
 TEST_F(Stamp, TimesSinceAStart) {
@@ -216,6 +240,15 @@ TEST_F(Stamp, TextsFitTheirBuffersOrLeaveThemAlone) {
       }
     }
   }
+}
+
+TEST_F(Stamp, TextThatCannotBeConvertedIsNotGiven) {
+  const test::ImportHook hook(
+      "WideCharToMultiByte", +[](UINT, DWORD, LPCWSTR, int, LPSTR, int, LPCSTR, LPBOOL) -> int { return 0; },
+      Program());
+  test::GuardedBuffer<char> buffer(100);
+  EXPECT_EQ(hrtime::StampNowText(buffer.data(), 100, FALSE), 0);
+  EXPECT_TRUE(buffer.Untouched());
 }
 
 TEST_F(Stamp, FailuresAreExceptionsAndRestoreTheState) {
