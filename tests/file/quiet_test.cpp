@@ -136,6 +136,22 @@ TEST_F(QuietErrors, NoCallCanAskAndTheModeComesBack) {
   for (const auto& [name, count] : loud) ADD_FAILURE() << name << " may ask, " << count << " times";
 }
 
+// What tells a link from another folder is a search of its own.
+TEST_F(QuietErrors, FoldersThatMayBeLinksAreLookedAtQuietly) {
+  const test::TempFolder temp;
+  temp.Folder(L"link");
+  const test::ImportHook next(
+      "FindNextFileW", +[](HANDLE search, WIN32_FIND_DATAW* found) -> BOOL {
+        const BOOL more = ::FindNextFileW(search, found);
+        found->dwFileAttributes |= FILE_ATTRIBUTE_REPARSE_POINT;
+        return more;
+      });
+  ASSERT_TRUE(::SetThreadErrorMode(0, nullptr));
+  EXPECT_EQ(ZERA_TOOLS_FILE_DELETE_ALL_UC(temp.path().c_str(), L".none"), 1);
+  EXPECT_EQ(quiet["FindFirstFileW"], 2) << "the walk's and the folder's";
+  EXPECT_EQ(loud["FindFirstFileW"], 0);
+}
+
 // An exception leaves in the middle of a copy.
 TEST_F(QuietErrors, TheModeComesBackWithAnException) {
   const test::TempFolder temp;

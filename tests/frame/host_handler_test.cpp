@@ -73,11 +73,12 @@ TEST(Raised, ExceptionsAreGivenBackWhole) {
 // Memory is exhausted but for small blocks: the runtime's account of an exception has none, and each of 32
 // threads can have one in flight all the same. None of these places is the heap's.
 constexpr int kInFlight = 32;
-std::atomic<int> threadsThere, foreignBlocks;
+std::atomic<int> threadsThere, foreignBlocks, blocksRefused;
 HANDLE allThere;
 thread_local bool isInFlight;
 
 void* SmallBlocksOnly(std::size_t size) {
+  blocksRefused += size > 256;
   return size > 256 ? nullptr : std::malloc(size);
 }
 BOOL WINAPI FailToReadAtOnce(HANDLE, void*, DWORD, DWORD*, OVERLAPPED*) {
@@ -106,7 +107,7 @@ TEST(Raised, ThirtyTwoThreadsHaveExceptionsWithoutMemory) {
   const test::ImportHook release("free", &FreeWhenAllAreThere);
   const test::ImportHook read("ReadFile", &FailToReadAtOnce);
   allThere = ::CreateEventW(nullptr, TRUE, FALSE, nullptr);
-  foreignBlocks = 0;
+  foreignBlocks = blocksRefused = 0;
   std::atomic<int> refused = 0;
   for (int round = 0; round < 2; ++round) {
     threadsThere = 0;
@@ -124,6 +125,7 @@ TEST(Raised, ThirtyTwoThreadsHaveExceptionsWithoutMemory) {
   ::CloseHandle(allThere);
   EXPECT_EQ(refused, 2 * kInFlight);
   EXPECT_EQ(foreignBlocks, 0);
+  EXPECT_EQ(blocksRefused, 2 * kInFlight);
 }
 
 TEST_F(HostHandler, WhatItRaisesPassesThroughAsItIs) {

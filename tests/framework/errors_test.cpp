@@ -351,6 +351,10 @@ TEST(Errors, MessagesComeFromThePlatform) {
   text[0] = L'x';
   EXPECT_FALSE(file.GetErrorMessage(text, 0));
   EXPECT_EQ(text[0], L'x');
+  text[1] = L'y';
+  EXPECT_FALSE(file.GetErrorMessage(text, 1)) << "room for an empty text alone";
+  EXPECT_EQ(text[0], 0);
+  EXPECT_EQ(text[1], L'y');
   EXPECT_FALSE(file.GetErrorMessage(nullptr, 200));
 }
 
@@ -372,6 +376,8 @@ TEST(Errors, MessagesSayWhatEachClassStandsFor) {
   EXPECT_EQ(message(CInvalidArgException(FALSE)), PlatformText(ERROR_INVALID_PARAMETER));
   EXPECT_EQ(message(CFileException(CFileException::genericException, 1, nullptr)), PlatformText(1));
   EXPECT_EQ(message(COleException(ERROR_ACCESS_DENIED)), PlatformText(ERROR_ACCESS_DENIED));
+  // One with a place for an insert, of which there is none.
+  EXPECT_EQ(message(COleException(ERROR_BAD_EXE_FORMAT)), PlatformText(ERROR_BAD_EXE_FORMAT));
 }
 
 TEST(Errors, ObjectsThatStandReadyAreNotDeleted) {

@@ -225,7 +225,11 @@ struct Opened {
 Opened opened;
 
 HANDLE WINAPI WatchedOpen(LPCWSTR, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
-                          DWORD disposition, DWORD, HANDLE) {
+                          DWORD disposition, DWORD attributes, HANDLE model) {
+  EXPECT_EQ(attributes, static_cast<DWORD>(FILE_ATTRIBUTE_NORMAL));
+  EXPECT_EQ(model, nullptr);
+  EXPECT_EQ(security->nLength, sizeof *security);
+  EXPECT_EQ(security->lpSecurityDescriptor, nullptr);
   opened = {access, share, disposition, security->bInheritHandle};
   ::SetLastError(ERROR_SHARING_VIOLATION);
   return INVALID_HANDLE_VALUE;

@@ -27,8 +27,9 @@ TEST(StackGuard, DISABLED_Overflow) {
   Overflow(16 + 16);
   ::ExitProcess(7);
 }
-TEST(StackGuard, DISABLED_UpperHalf) {
-  ::ExitProcess(static_cast<UINT>(__stack_chk_guard >> 32));
+TEST(StackGuard, DISABLED_UpperAndLowestBytes) {
+  ::ExitProcess(
+      static_cast<UINT>((__stack_chk_guard >> 32 & ~std::uintptr_t{0xFF}) | (__stack_chk_guard & 0xFF)));
 }
 
 // What such a process ends with.
@@ -56,8 +57,10 @@ TEST(StackGuard, OverflowEndsTheProcessAtOnce) {
 }
 
 TEST(StackGuard, EachProcessHasItsOwn) {
-  const DWORD first = EndOf(L"UpperHalf");
-  EXPECT_NE(first, EndOf(L"UpperHalf")) << "chosen from few";
+  const DWORD first = EndOf(L"UpperAndLowestBytes"), second = EndOf(L"UpperAndLowestBytes");
+  EXPECT_NE(first, second) << "chosen from few";
+  EXPECT_EQ(first & 0xFF, 0u) << "a text copy would go on across it";
+  EXPECT_EQ(second & 0xFF, 0u);
 }
 
 TEST(StackGuard, ValueIsChosenAtTheStart) {
