@@ -3,8 +3,9 @@
 
 #include <direct.h>
 #include <gtest/gtest.h>
-#include <tlhelp32.h>
 #include <windows.h>
+
+#include <tlhelp32.h>
 
 #include <algorithm>
 #include <cstring>

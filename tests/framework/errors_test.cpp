@@ -117,7 +117,7 @@ TEST(Errors, ReadyObjectsSurviveTheirDestruction) {
 // No message of its own, no resource: what a host's base class of these reads.
 TEST(Errors, SimpleExceptionsHoldNoMessage) {
   const CMemoryException exception(FALSE);
-  const char none[sizeof(CSimpleException) - sizeof(CException)] = {};
+  const char none[2 * sizeof(BOOL) + 128 * sizeof(wchar_t) + sizeof(UINT)] = {};
   EXPECT_EQ(std::memcmp(reinterpret_cast<const char*>(&exception) + sizeof(CException), none, sizeof none),
             0);
 }

@@ -9,7 +9,7 @@ all=()
 while [ "$1" != -- ]; do all+=("$1") && shift; done
 shift
 functions() {
-  "$nm" "$@" | sed -nE 's/^[0-9a-f]+ [TtWw] (_ZN?K?.*4zera.*)$/\1/p' | "${nm%nm}c++filt" | grep '^zera::' |
+  "$nm" "$@" | sed -nE 's/^[0-9a-f]+ [TtWw] (_ZNK?4zera.*)$/\1/p' | "${nm%nm}c++filt" | grep '^zera::' |
     grep -v 'zera::detail::\|::detail::' | sort -u
 }
 functions "${all[@]}" >used-all.txt
