@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Random paths against the C runtime's own splitting and composing, byte for byte, and the double-byte
 // code page of Japan, where a backslash's value may be half of a character.
-#include <mbctype.h>
-
 #include <algorithm>
 #include <random>
 
 #include "PathApi.h"
 #include "support/InvalidParameter.h"
+
+// Behind all others: its macros have names that the GNU library uses.
+#include <mbctype.h>
 
 namespace {
 
