@@ -159,6 +159,13 @@ TYPED_TEST(PathLimits, AppendedTexts) {
               length == 252)
         << "the sign counts";
   }
+  // A name of digits alone.
+  for (const unsigned digits : {255u, 256u}) {
+    EXPECT_EQ(
+        this->Takes(this->From("C:\\data\\.ini"),
+                    [&](TypeParam* to, std::size_t room) { return this->AddIndex(to, room, 7, digits); }),
+        digits == 255);
+  }
   for (const unsigned digits : {256u, 1000u, 0x7FFFFFFFu}) {
     EXPECT_FALSE(this->Takes(path, [&](TypeParam* to, std::size_t room) {
       return this->AddIndex(to, room, 7, digits);

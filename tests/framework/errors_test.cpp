@@ -129,19 +129,78 @@ TEST(Errors, NothingIsShown) {
 
 // Nobody may go on behind the point where an exception was raised.
 test::Leave leave;
-DWORD raisedFlags;
-TEST(Errors, AreRaisedAsNoncontinuable) {
+struct Raised {
+  DWORD code, flags;
+  std::vector<ULONG_PTR> parameters;
+  CException* object;
+} raised;
+
+// What a host of the Microsoft ABI gets for an exception.
+void Raise(CException* exception) {
   const test::ImportHook hook(
       "RaiseException",
-      +[](DWORD, DWORD flags, DWORD, const ULONG_PTR*) {
-        raisedFlags = flags;
+      +[](DWORD code, DWORD flags, DWORD count, const ULONG_PTR* parameters) {
+        raised = {code, flags, {parameters, parameters + count}, nullptr};
+        if (count > 1) raised.object = *reinterpret_cast<CException**>(parameters[1]);
         leave.Now();
       },
       ::GetModuleHandleW(nullptr));
+  raised = {};
+  static CException* thrown;
+  thrown = exception;
+  leave.Within([] { framework::RaiseToHost(thrown); });
+}
+
+TEST(Errors, AreRaisedAsNoncontinuable) {
   static COleException exception(E_FAIL);
-  raisedFlags = 0;
-  leave.Within([] { framework::RaiseToHost(&exception); });
-  EXPECT_EQ(raisedFlags, static_cast<DWORD>(EXCEPTION_NONCONTINUABLE));
+  Raise(&exception);
+  EXPECT_EQ(raised.code, 0xE06D7363);
+  EXPECT_EQ(raised.flags, static_cast<DWORD>(EXCEPTION_NONCONTINUABLE));
+  ASSERT_EQ(raised.parameters.size(), 4u);
+  EXPECT_EQ(raised.parameters[0], 0x19930520u);
+  EXPECT_EQ(raised.object, &exception);
+  EXPECT_EQ(raised.parameters[3], reinterpret_cast<ULONG_PTR>(::GetModuleHandleW(nullptr)));
+}
+
+// The tables by which such a host finds its catch block: offsets from the image's base, one entry for the
+// class and one for each that it converts to.
+TEST(Errors, AreRaisedAsTheirClassAndItsBases) {
+  static CFileException file(0, 0, nullptr);
+  static CMemoryException memory;
+  static CInvalidArgException invalidArgument;
+  static COleException ole;
+  using Names = std::vector<std::string>;
+  const Names simple = {".PEAVCSimpleException@@", ".PEAVCException@@", ".PEAVCObject@@", ".PEAX"};
+  const struct {
+    CException* exception;
+    const char* name;
+    std::size_t bases;  // the last ones of those
+  } rows[] = {{&file, ".PEAVCFileException@@", 3},
+              {&memory, ".PEAVCMemoryException@@", 4},
+              {&invalidArgument, ".PEAVCInvalidArgException@@", 4},
+              {&ole, ".PEAVCOleException@@", 3}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    Raise(row.exception);
+    ASSERT_EQ(raised.parameters.size(), 4u);
+    using Offsets = const LONG*;
+    const auto at = [](LONG offset) {
+      return reinterpret_cast<const char*>(raised.parameters[3]) + static_cast<DWORD>(offset);
+    };
+    const auto* const info = reinterpret_cast<Offsets>(raised.parameters[2]);
+    EXPECT_EQ(std::vector<LONG>(info, info + 3), std::vector<LONG>(3)) << "a pointer has no destructor";
+    const auto* const types = reinterpret_cast<Offsets>(at(info[3]));
+    Names names;
+    for (LONG i = 1; i <= types[0]; ++i) {
+      const auto* const type = reinterpret_cast<Offsets>(at(types[i]));
+      EXPECT_EQ(type[0], 1) << "copied as it is";
+      EXPECT_EQ(std::vector<LONG>(type + 2, type + 7), (std::vector<LONG>{0, -1, 0, 8, 0}));
+      names.emplace_back(at(type[1]) + 2 * sizeof(void*));
+    }
+    Names expected(simple.end() - static_cast<std::ptrdiff_t>(row.bases), simple.end());
+    expected.insert(expected.begin(), row.name);
+    EXPECT_EQ(names, expected);
+  }
 }
 
 TEST(Errors, PlatformNumbersBecomeCodes) {
