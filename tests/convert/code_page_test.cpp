@@ -123,6 +123,22 @@ TEST(CodePage, EveryOtherUnitIsConvertedForItself) {
   }
 }
 
+// Characters whose numbers have something in common, one beside the other: a lower half, a place in their
+// page.
+TEST(CodePage, CharactersAreNotTakenForOthersAlike) {
+  const wchar_t alike[] = {0x80, 0x100, 0xE1,  0x61,   0x161, 0x1E1, 0xFF,
+                           0x7F, 0x1FF, 0x200, 0xFFFF, 0x101, 0x81};
+  std::wstring text;
+  for (const wchar_t first : alike) {
+    for (const wchar_t second : alike) text += std::wstring(8, first) + second + std::wstring(7, first);
+  }
+  for (const std::wstring& units : {text, std::wstring(text.rbegin(), text.rend())}) {
+    std::string expected;
+    for (const wchar_t unit : units) expected += AnsiOfOne(unit);
+    EXPECT_EQ(Convert(UcToMbc, units), expected);
+  }
+}
+
 // A pair of surrogates is two characters here, neither of which a code page has.
 TEST(CodePage, SurrogatesAreNotPaired) {
   const std::string half = AnsiOfOne(0xD83D);
@@ -165,6 +181,22 @@ TEST(CodePage, BytesBecomeWideOneByOne) {
   EXPECT_EQ(Convert(Char8ToUc, all), expected);
 }
 
+TEST(CodePage, BytesAreNotTakenForOthersAlike) {
+  const char alike[] = {'\x80', '\xE1', '\x61', '\xFF', '\x7F', '\x01', '\x81'};
+  std::string text;
+  std::wstring expected;
+  for (const char first : alike) {
+    for (const char second : alike) {
+      text += std::string(16, first) + second + std::string(15, first);
+      const std::wstring one = WideOfOne(first);
+      for (int i = 0; i < 16; ++i) expected += one;
+      expected += WideOfOne(second);
+      for (int i = 0; i < 15; ++i) expected += one;
+    }
+  }
+  EXPECT_EQ(Convert(Char8ToUc, text), expected);
+}
+
 TEST(CodePage, SignsStayWideUnderEveryCodePage) {
   EXPECT_EQ(Convert(Char8ToUc, std::string("25 \xB0"
                                            "C, 5 \xB5m")),
@@ -194,6 +226,7 @@ TEST(CodePage, LongTextsTakeLinearWork) {
   EXPECT_GE(result.GetLength(), length);
   EXPECT_EQ(conversions_made, 2);
   EXPECT_LT(heap.Allocations(), 64);
+  EXPECT_EQ(heap.Outstanding(), 0) << "what was remembered is given back";
 }
 
 int WINAPI RefuseUtf16(UINT, DWORD, LPCWCH, int, LPSTR, int, LPCCH, LPBOOL) {
@@ -210,6 +243,7 @@ TEST(CodePage, CharactersThatThePlatformRefusesGiveNothing) {
   EXPECT_EQ(Convert(Char8ToUc, std::string("a\x80"
                                            "b\xFF")),
             L"ab");
+  EXPECT_EQ(Convert(Char8ToUc, std::string("\xB0\xB5")), L"\xB0\xB5") << "it is not asked for the signs";
 }
 
 }  // namespace

@@ -150,4 +150,25 @@ TEST_F(OneByOne, EveryLengthUpToSeveralBlocks) {
   }
 }
 
+// The last numbers have no room behind them but the terminator's.
+TEST_F(OneByOne, HexadecimalTextsThatEndInNumbersOfAnyLength) {
+  const wchar_t units[] = {0x1, 0x12, 0x123, 0x1234};
+  for (unsigned choice = 0; choice < 256; ++choice) {
+    std::wstring text;
+    for (int i = 0; i < 4; ++i) text += units[choice >> 2 * i & 3];
+    ASSERT_EQ(Watched(UcToHex, text), one_by_one::UcToHex(text)) << choice;
+  }
+}
+
+// More of one sign than a byte counts, at one place of each block.
+TEST_F(OneByOne, OneSignThousandsOfTimes) {
+  for (const auto& signs : one_by_one::kSigns) {
+    page = signs.page;
+    for (const char sign : {'\xB5', '\xB0'}) {
+      const std::string bytes(5000, sign);
+      EXPECT_TRUE(Convert(Char8ToMbc, bytes) == one_by_one::Char8ToMbc(bytes, signs)) << page;
+    }
+  }
+}
+
 }  // namespace

@@ -225,8 +225,25 @@ TEST(Room, IsNotMadeForAnEmptyText) {
   test::HostString<char> narrow(manager);
   test::HostString<wchar_t> wide(manager);
   UcToMbc(L"", narrow.object());
+  Char8ToMbc("", narrow.object());
   Char8ToUc("", wide.object());
+  UcToHex(L"", wide.object());
+  HexToUc(L"", wide.object());
   EXPECT_EQ(manager.allocations, 0);
+}
+
+// A buffer of just the result's length is room enough, whatever might have come.
+TEST(Room, IsNotMadeWhereItIs) {
+  const test::ImportHook hook("_getmbcp", &PageWithoutSigns);
+  for (const wchar_t* const text :
+       {L"0123456789abcdef", L"012345678 \u00B0C!", L"01234567\u00B5\u00B5\u00B5\u00B0cdef"}) {
+    const std::wstring units = text;
+    const std::size_t room = Convert(UcToMbc, units).size();
+    test::FixedManager<char, 16> manager;
+    test::HostString<char> out(manager);
+    UcToMbc(text, out.object());
+    EXPECT_EQ(manager.allocations, room > 16) << room;
+  }
 }
 
 void* __cdecl NoCalloc(size_t, size_t) {

@@ -154,6 +154,30 @@ TEST(Utf8, IsMeasuredFirst) {
   }
 }
 
+decltype(&WideCharToMultiByte) originalBack;
+int WINAPI RecordBack(UINT codePage, DWORD flags, LPCWCH text, int length, LPSTR out, int size,
+                      LPCCH replacement, LPBOOL replaced) {
+  calls.push_back({codePage, flags, length, size});
+  EXPECT_EQ(replacement, nullptr);
+  EXPECT_EQ(replaced, nullptr);
+  return originalBack(codePage, flags, text, length, out, size, replacement, replaced);
+}
+
+TEST(Utf8, IsMeasuredFirstOnTheWayBackToo) {
+  test::ImportHook hook("WideCharToMultiByte", &RecordBack);
+  originalBack = hook.Original<decltype(WideCharToMultiByte)>();
+  calls.clear();
+  EXPECT_EQ(Convert(UcToUtf8, std::wstring(L"\u00FC.")), "\xC3\xBC.");
+  ASSERT_EQ(calls.size(), 2u);
+  EXPECT_EQ(calls[0].size, 0);
+  EXPECT_EQ(calls[1].size, 4);
+  for (const Call& call : calls) {
+    EXPECT_EQ(call.codePage, 65001u);
+    EXPECT_EQ(call.flags, 0u);
+    EXPECT_EQ(call.length, -1);
+  }
+}
+
 // A platform that cannot convert gives an empty text, not the one before.
 int failAt;
 int WINAPI Fail(UINT codePage, DWORD flags, LPCCH text, int length, LPWSTR out, int size) {
