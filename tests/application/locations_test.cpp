@@ -354,17 +354,20 @@ TEST_P(DataFolders, WithoutAnyShellFolderKeepTheTail) {
   EXPECT_STREQ(user.GetString(), L"\\Viewer\\view");
 }
 
-// What a refusing platform leaves in the buffer is no folder.
-TEST_P(DataFolders, RefusedFoldersAreNone) {
-  const test::ImportHook hook(
-      "SHGetSpecialFolderPathW", +[](HWND, wchar_t* path, int, BOOL) -> BOOL {
-        std::wcscpy(path, L"X:\\not taken");
-        return FALSE;
-      });
-  CStringW common, user;
-  EXPECT_EQ(DataFiles(kModule, common, user), 1);
-  EXPECT_STREQ(common.GetString(), L"\\Viewer\\view");
-  EXPECT_STREQ(user.GetString(), L"\\Viewer\\view");
+// What a refusing platform leaves in the buffer is no folder, and the buffer is empty at first.
+TEST_P(DataFolders, RefusedAndUntoldFoldersAreNone) {
+  const auto refuse = +[](HWND, wchar_t* path, int, BOOL) -> BOOL {
+    std::wcscpy(path, L"X:\\not taken");
+    return FALSE;
+  };
+  const auto tellNothing = +[](HWND, wchar_t*, int, BOOL) -> BOOL { return TRUE; };
+  for (auto* const answer : {refuse, tellNothing}) {
+    const test::ImportHook hook("SHGetSpecialFolderPathW", answer);
+    CStringW common, user;
+    EXPECT_EQ(DataFiles(kModule, common, user), 1);
+    EXPECT_STREQ(common.GetString(), L"\\Viewer\\view");
+    EXPECT_STREQ(user.GetString(), L"\\Viewer\\view");
+  }
 }
 
 TEST_P(DataFolders, LongestFoldersAndModulePath) {

@@ -222,6 +222,28 @@ TEST_F(Clock, ResolutionsAreMeasuredOnTheirClocks) {
   EXPECT_DOUBLE_EQ(hrtime::TickResolutionMs(), 16.0);
 }
 
+// Leaves nothing of what was on the stack before.
+[[gnu::noinline]] void CoverStack() {
+  volatile unsigned char stack[4096];
+  for (volatile unsigned char& byte : stack) byte = 0xCD;
+}
+
+TEST_F(Clock, ClocksThatCannotBeReadAreAtZero) {
+  const test::ImportHook counterless(
+      "QueryPerformanceCounter", +[](LARGE_INTEGER*) -> BOOL { return FALSE; }, Program());
+  const test::ImportHook timeless(
+      "_ftime64_s", +[](struct __timeb64*) -> errno_t { return EINVAL; }, Program());
+  CHRTimePoint point;
+  point.Set(5);
+  CoverStack();
+  point.SetNow();
+  EXPECT_TRUE(point.IsNull());
+  CoverStack();
+  const hrtime::Instant now = hrtime::NowInstant();
+  EXPECT_EQ(now.seconds, 0);
+  EXPECT_EQ(now.milliseconds, 0u);
+}
+
 TEST(RealClock, SpanReadTwiceGrows) {
   CHRTimeSpan span;
   const std::int64_t first = span.ElapsedMicroseconds();
