@@ -172,6 +172,34 @@ TEST_F(ReadNumbers, RandomIntegersAreClampedByTheirOwnOrder) {
   }
 }
 
+// A platform that tells of a value and gives none, behind one that gives all: the text is empty at first.
+bool givesNothing;
+DWORD WINAPI GiveSevens(LPCSTR, LPCSTR, LPCSTR, LPSTR text, DWORD size, LPCSTR) {
+  if (!givesNothing) std::fill_n(text, size - 1, '7');
+  return size - 1;
+}
+DWORD WINAPI GiveSevensWide(LPCWSTR, LPCWSTR, LPCWSTR, LPWSTR text, DWORD size, LPCWSTR) {
+  if (!givesNothing) std::fill_n(text, size - 1, L'7');
+  return size - 1;
+}
+
+TEST_F(ReadNumbers, NothingIsLeftOfTheValueBefore) {
+  const test::ImportHook plainHook("GetPrivateProfileStringA", &GiveSevens);
+  const test::ImportHook wideHook("GetPrivateProfileStringW", &GiveSevensWide);
+  givesNothing = false;
+  const unsigned sevens = Uint.plain("S", "K", file_.plain(), 9, 0, 100);
+  givesNothing = true;
+  const unsigned plain = Uint.plain("S", "K", file_.plain(), 9, 0, 100);
+  givesNothing = false;
+  const unsigned wideSevens = Uint.wide(L"S", L"K", file_.wide(), 9, 0, 100);
+  givesNothing = true;
+  const unsigned wide = Uint.wide(L"S", L"K", file_.wide(), 9, 0, 100);
+  EXPECT_EQ(sevens, 100u);
+  EXPECT_EQ(plain, 0u);
+  EXPECT_EQ(wideSevens, 100u);
+  EXPECT_EQ(wide, 0u);
+}
+
 TEST_F(ReadNumbers, LongTextsAreCutAt255Characters) {
   Expect(Int, std::string(253, '0') + "12", 0, INT_MIN, INT_MAX, 12);
   Expect(Int, std::string(254, '0') + "12", 0, INT_MIN, INT_MAX, 1);
