@@ -234,6 +234,21 @@ TYPED_TEST(PathLimits, TextsInsideThePathsOwnBuffer) {
   }
 }
 
+// The same before the longest rest that a path can have.
+TYPED_TEST(PathLimits, TextsInsideTheLongestPathsOwnBuffer) {
+  const auto path = this->From("\\") + this->Repeat(240, 'd') + this->From("\\") + this->Repeat(250, 'n') +
+                    this->From(".") + this->Repeat(250, 'e') + this->From("xyz");
+  for (const auto member : {test::kReplaceDir, test::kAddDir, test::kAddName}) {
+    test::GuardedBuffer<TypeParam> apart(800, path);
+    test::GuardedBuffer<TypeParam> inside(800, path);
+    EXPECT_EQ(this->Rewrite(member, apart.data(), 800, this->From("xyz").c_str()), 1);
+    EXPECT_EQ(this->Rewrite(member, inside.data(), 800, inside.data() + path.size() - 3), 1);
+    EXPECT_EQ(inside.text(), apart.text()) << member;
+    EXPECT_FALSE(apart.text().empty()) << "taken";
+    EXPECT_TRUE(inside.Intact());
+  }
+}
+
 TYPED_TEST(PathLimits, GettersInPlace) {
   for (const auto member : test::kGetters) {
     const auto path = this->From("C:\\data\\run.ini");
