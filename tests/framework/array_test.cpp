@@ -59,6 +59,16 @@ TEST(Array, SizeZeroGivesTheStorageBack) {
   EXPECT_EQ(FieldsOf(array).growBy, 3);
 }
 
+TEST(Array, GrowthIsKeptUnlessItIsSaid) {
+  ByteArray array;
+  array.SetSize(1, 7);
+  array.SetSize(2);
+  EXPECT_EQ(FieldsOf(array).growBy, 7);
+  array.SetSize(3, 0);
+  EXPECT_EQ(FieldsOf(array).growBy, 0);
+  EXPECT_EQ(array.GetCount(), 3);
+}
+
 TEST(Array, NegativeSizeGivesTheStorageBack) {
   ByteArray array;
   array.SetSize(10);

@@ -19,6 +19,7 @@ using Text = std::wstring;
 class CountingManager : public IAtlStringMgr {
  public:
   CStringData* Allocate(int chars, int charSize) noexcept override {
+    asked = chars;
     if (refuse) return nullptr;
     const auto bytes = sizeof(CStringData) + (static_cast<std::size_t>(chars) + 1) * charSize;
     auto* const data = static_cast<CStringData*>(std::malloc(bytes));
@@ -35,6 +36,7 @@ class CountingManager : public IAtlStringMgr {
   CStringData* Reallocate(CStringData* data, int chars, int charSize) noexcept override {
     EXPECT_NE(data, &nil_.header);
     EXPECT_FALSE(data->IsShared());
+    asked = chars;
     if (refuse) return nullptr;
     ++reallocations;
     CStringData* const larger = Allocate(chars, charSize);
@@ -57,6 +59,7 @@ class CountingManager : public IAtlStringMgr {
   }
 
   bool refuse = false;
+  int asked = 0;  // the last request's characters
   int outstanding = 0;
   int reallocations = 0;
 
@@ -395,6 +398,74 @@ TEST(String, LengthsBeyondTheHeadersRangeAreRefused) {
   EXPECT_TRUE(RaisesMemory([&] { string.Append(L"y", 0x7FFFFFF0); }));
   EXPECT_TRUE(RaisesMemory([&] { string.GetBuffer(0x7FFFFFF0); }));
   EXPECT_STREQ(string, L"x");
+}
+
+// The longest text that a header can tell of is asked for, one character more is not.
+TEST(String, LongestLengthIsAskedFor) {
+  constexpr int kLongest = 0x7FFFFFEF;
+  CountingManager manager;
+  HostString string(manager, L"x", 1);
+  manager.refuse = true;
+  manager.asked = 0;
+  EXPECT_TRUE(RaisesMemory([&] { string.object().Append(L"y", kLongest); }));
+  EXPECT_EQ(manager.asked, 0);
+  EXPECT_TRUE(RaisesMemory([&] { string.object().Append(L"y", kLongest - 1); }));
+  EXPECT_EQ(manager.asked, kLongest);
+  // Half as much again, as long as that is possible; of very long ones a little more.
+  const struct {
+    int room, wanted, asked;
+  } rows[] = {{100, 101, 150},
+              {100, 151, 151},
+              {0x3FFFFFFE, 0x3FFFFFFF, 0x5FFFFFFD},
+              {0x40000000, 0x40000001, 0x40100000},
+              {kLongest - 0x100000, kLongest - 1, kLongest},
+              {kLongest - 0xFFFFF, kLongest - 1, kLongest - 1}};
+  for (const auto& row : rows) {
+    string.data().nAllocLength = row.room;
+    EXPECT_TRUE(RaisesMemory([&] { string.object().GetBuffer(row.wanted); }));
+    EXPECT_EQ(manager.asked, row.asked) << row.room;
+  }
+  string.data().nAllocLength = 1;
+  string.Expect(L"x");
+  manager.refuse = false;
+  // This module's own manager.
+  static std::size_t bytes;
+  const test::ImportHook hook(
+      "malloc",
+      +[](std::size_t size) -> void* {
+        if (size > 0x7FFFFFFF) return bytes = size, nullptr;
+        return test::Platform<void*(std::size_t)>(L"ucrtbase.dll", "malloc")(size);
+      },
+      ::GetModuleHandleW(nullptr));
+  auto& own = zera_types::HeapStringMgr::Instance();
+  EXPECT_EQ(own.Allocate(-1, 2), nullptr);
+  EXPECT_EQ(own.Allocate(kLongest + 1, 2), nullptr);
+  EXPECT_EQ(bytes, 0u);
+  EXPECT_EQ(own.Allocate(kLongest, 2), nullptr);
+  EXPECT_EQ(bytes, sizeof(CStringData) + (std::size_t{kLongest} + 1) * 2);
+}
+
+TEST(String, LengthsBelowNoneAreNone) {
+  CStringW string(L"text");
+  string.Append(L"x", -1);
+  string.Append(nullptr, 1);
+  EXPECT_STREQ(string, L"text");
+  string.SetString(L"x", -1);
+  EXPECT_STREQ(string, L"");
+  string = L"text";
+  string.SetString(nullptr, 1);
+  EXPECT_STREQ(string, L"");
+}
+
+TEST(String, EqualTextsAreOfOneLength) {
+  const CStringW text(L"text");
+  EXPECT_TRUE(text == CStringW(L"text"));
+  EXPECT_FALSE(text != CStringW(L"text"));
+  for (const wchar_t* const other : {L"tex", L"texts", L"texT", L""}) {
+    EXPECT_FALSE(text == CStringW(other));
+    EXPECT_FALSE(CStringW(other) == text);
+    EXPECT_TRUE(text != CStringW(other));
+  }
 }
 
 // Growing by half keeps the number of new buffers small.
