@@ -40,8 +40,9 @@ TEST(VersionText, LongestFitsExactly) {
   EXPECT_EQ(text.length, file::VersionText<char>::kMost);
 }
 
-TEST(VersionMemory, ExhaustedMemoryIsTheFrameworksException) {
-  wchar_t version[24] = L"before";
+template <class Char>
+void ExpectMemoryException() {
+  Char version[24] = {'b', 'e', 'f', 'o', 'r', 'e'};
   const wchar_t* const library = L"ZERATools.dll";
   ASSERT_EQ(file::GetVersion(library, version, 24), 1);
   // Only the first request fails, the resource's: raising the exception takes memory of its own.
@@ -61,7 +62,12 @@ TEST(VersionMemory, ExhaustedMemoryIsTheFrameworksException) {
   }
   EXPECT_TRUE(failed);
   EXPECT_NE(caught, nullptr);
-  EXPECT_STREQ(version, L"");
+  EXPECT_EQ(version[0], Char(0)) << "emptied before anything else";
+}
+
+TEST(VersionMemory, ExhaustedMemoryIsTheFrameworksException) {
+  ExpectMemoryException<char>();
+  ExpectMemoryException<wchar_t>();
 }
 
 }  // namespace
