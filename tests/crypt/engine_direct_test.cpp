@@ -120,28 +120,36 @@ TEST(CryptEngine, OneEngineServesOnePassPhraseAfterTheOther) {
 // A larger pass phrase takes another block; the one before is wiped when it is given back.
 std::string givenBack;
 void* watchedBlock;
+std::size_t watchedSize;
+void Note(const void* block) {
+  if (block && block == watchedBlock) givenBack.assign(static_cast<const char*>(block), watchedSize);
+}
 TEST(CryptEngine, APassPhraseIsWipedBeforeALargerOne) {
-  CEncrypt engine;
-  crypt::ByteArray plain, key, out;
-  Fill(plain, "plain");
-  Fill(key, "a secret pass phrase");
-  CStringW text;
-  EXPECT_EQ(engine.EncryptToText(key, plain, text, TRUE), 10);
-  watchedBlock = engine.m_key.GetData();
-  givenBack.clear();
-  const auto note = +[](void* block) {
-    if (block && block == watchedBlock) givenBack.assign(static_cast<const char*>(block), 20);
-    test::Platform<void(void*)>(L"ucrtbase.dll", "free")(block);
-  };
-  const auto noteResize = +[](void* block, std::size_t size) -> void* {
-    if (block && block == watchedBlock) givenBack.assign(static_cast<const char*>(block), 20);
-    return test::Platform<void*(void*, std::size_t)>(L"ucrtbase.dll", "realloc")(block, size);
-  };
-  const test::ImportHook release("free", note, ::GetModuleHandleW(nullptr));
-  const test::ImportHook resize("realloc", noteResize, ::GetModuleHandleW(nullptr));
-  Fill(key, std::string(5000, 'k'));
-  EXPECT_EQ(engine.EncryptToText(key, plain, text, TRUE), 10);
-  EXPECT_EQ(givenBack, std::string(20, '\0'));
+  for (const char* const secret : {"a secret pass phrase", "s"}) {
+    CEncrypt engine;
+    crypt::ByteArray plain, key, out;
+    Fill(plain, "plain");
+    Fill(key, secret);
+    CStringW text;
+    EXPECT_EQ(engine.EncryptToText(key, plain, text, TRUE), 10);
+    watchedBlock = engine.m_key.GetData();
+    watchedSize = std::strlen(secret);
+    givenBack.clear();
+    const auto note = +[](void* block) {
+      Note(block);
+      test::Platform<void(void*)>(L"ucrtbase.dll", "free")(block);
+    };
+    const auto noteResize = +[](void* block, std::size_t size) -> void* {
+      Note(block);
+      return test::Platform<void*(void*, std::size_t)>(L"ucrtbase.dll", "realloc")(block, size);
+    };
+    const test::ImportHook release("free", note, ::GetModuleHandleW(nullptr));
+    const test::ImportHook resize("realloc", noteResize, ::GetModuleHandleW(nullptr));
+    Fill(key, std::string(5000, 'k'));
+    EXPECT_EQ(engine.EncryptToText(key, plain, text, TRUE), 10);
+    EXPECT_EQ(givenBack, std::string(watchedSize, '\0')) << secret;
+    watchedBlock = nullptr;
+  }
 }
 
 // A result array that is broken, with a size and no data, is emptied and used.
