@@ -282,6 +282,26 @@ TEST_P(SettingsFileTraces, FixedBuffersOfTheHostStayWhereTheyAre) {
   EXPECT_EQ(manager.text()[0], 0);
 }
 
+// The path is the host's before anything is made there.
+class OnePath final : public test::CountingManager {
+ public:
+  CStringData* Allocate(int chars, int charSize) noexcept override {
+    return allocations > 0 ? nullptr : CountingManager::Allocate(chars, charSize);
+  }
+  CStringData* Reallocate(CStringData*, int, int) noexcept override { return nullptr; }
+};
+
+TEST_P(SettingsFileTraces, NothingIsMadeForAPathThatTheHostCannotHold) {
+  MakeCommon("common");
+  installation_->user = temp_ / (L"User\\" + std::wstring(100, L'u'));
+  OnePath manager;
+  test::HostString<wchar_t> file(manager);
+  int copied = 7;
+  EXPECT_EQ(test::RaisedBy([&] { IniExUc(kModule, file.object(), &copied); }), test::kMemoryException);
+  EXPECT_EQ(file.text(), temp_ / L"Prog\\Viewer\\view.ini") << "as far as it was known";
+  EXPECT_FALSE(test::Exists(installation_->user));
+}
+
 TEST_P(SettingsFileTraces, ExhaustedMemoryOfTheHostReachesIt) {
   temp_.File(L"Prog\\Viewer\\view.ini", "x");
   test::CountingManager manager;

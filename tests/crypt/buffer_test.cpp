@@ -149,10 +149,12 @@ TEST(CryptBuffer, DecimalTextDoesNotDecryptBack) {
 }
 
 TEST(CryptBuffer, UnreadablePairLeavesAnEmptyArray) {
+  const test::CryptoTrace trace;
   Array out("before");
   EXPECT_EQ(DecUc(Array("key"), L"00ZZ", TRUE, out), -1);
   EXPECT_EQ(out.m_nSize, 0);
   EXPECT_EQ(out.m_pData, nullptr);
+  EXPECT_TRUE(trace.Calls().empty()) << "found before the service is asked";
 }
 
 TEST(CryptBuffer, ResultArrayIsEmptiedBeforeThePassPhraseIsTaken) {

@@ -382,6 +382,7 @@ TEST(CryptFaults, EachAllocationFailsOnce) {
           EXPECT_EQ(result, call.result);
         } else if (raised.empty()) {
           EXPECT_EQ(result, -1);
+          EXPECT_TRUE(trace.Calls().empty()) << "the working buffer comes before the service";
         } else {
           EXPECT_EQ(raised, test::kMemoryException);
         }

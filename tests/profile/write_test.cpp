@@ -331,9 +331,9 @@ void* __cdecl FailingMalloc(size_t size) {
 }
 
 TEST_F(Write, EveryFailingAllocationLeavesNothingBehind) {
-  file_.Put("[S]\r\nK=x\r\n");
   for (int allowed = 0;; ++allowed) {
     ASSERT_LT(allowed, 20);
+    file_.Put("[S]\r\nK=x\r\n");
     test::HeapWatch heap;
     std::string raised;
     {
@@ -344,6 +344,8 @@ TEST_F(Write, EveryFailingAllocationLeavesNothingBehind) {
     EXPECT_EQ(heap.Outstanding(), -(allowed - (mallocsLeft > 0 ? mallocsLeft : 0)));
     if (raised.empty()) break;
     EXPECT_EQ(raised, test::kMemoryException);
+    const std::string key = "[S]\r\nK=" + test::Ansi(L"\u00E4") + "\r\n";
+    EXPECT_EQ(file_.Bytes().substr(0, key.size()), key) << "it is written first";
   }
   EXPECT_EQ(ReadBack(), L"\u00E4");
 }
