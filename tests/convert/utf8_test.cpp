@@ -191,6 +191,14 @@ TEST(Utf8, FailingPlatformGivesAnEmptyText) {
     failAt = at;
     EXPECT_EQ(Convert(Utf8ToUc, std::string("text")), L"") << at;
   }
+  // What stands before the buffer is none of its text.
+  test::FixedManager<wchar_t, 16> manager;
+  test::HostString<wchar_t> out(manager);
+  wchar_t* const before = reinterpret_cast<wchar_t*>(out.header() + 1) - 2;
+  before[0] = before[1] = 0;
+  failAt = 2;
+  Utf8ToUc("text", out.object());
+  EXPECT_EQ(out.object().GetLength(), 0);
 }
 
 }  // namespace
