@@ -160,7 +160,8 @@ class LongestExtension : public ::testing::TestWithParam<bool> {
     asked = 0;
     EXPECT_EQ(api.DeleteAll(kRoot, filter), 1) << "a file that is gone already";
     const bool all = std::exchange(asked, 0) > 0;
-    EXPECT_EQ(api.DeleteOld(kRoot, filter, 0), asked == 0) << "its age cannot be told";
+    const int old = api.DeleteOld(kRoot, filter, 0);
+    EXPECT_EQ(old, asked == 0) << "its age cannot be told";
     return {all, asked > 0};
   }
 
