@@ -8,6 +8,8 @@
 #include <charconv>
 #include <climits>
 #include <cmath>
+#include <cstdlib>
+#include <cwchar>
 #include <limits>
 #include <random>
 
@@ -107,6 +109,20 @@ TEST_F(ReadNumbers, UnsignedIntegers) {
       {"+9", 9},
   };
   for (const auto& row : rows) Expect(Uint, row.text, 99u, 0u, UINT_MAX, row.expected);
+}
+
+// What does not fit is what the C runtime makes of it.
+TEST_F(ReadNumbers, IntegersBeyondTheirRange) {
+  for (const char* const text :
+       {"2147483648", "-2147483649", "4294967295", "4294967297", "99999999999", "-99999999999"}) {
+    file_.Put(std::string("[S]\r\nK=") + text + "\r\n");
+    const std::wstring wide = test::Wide(text);
+    EXPECT_EQ(Int.plain("S", "K", file_.plain(), 9, INT_MIN, INT_MAX), std::atoi(text)) << text;
+    EXPECT_EQ(Int.wide(L"S", L"K", file_.wide(), 9, INT_MIN, INT_MAX), ::_wtoi(wide.c_str())) << text;
+    EXPECT_EQ(Uint.plain("S", "K", file_.plain(), 9, 0, UINT_MAX), std::strtoul(text, nullptr, 10)) << text;
+    EXPECT_EQ(Uint.wide(L"S", L"K", file_.wide(), 9, 0, UINT_MAX), std::wcstoul(wide.c_str(), nullptr, 10))
+        << text;
+  }
 }
 
 TEST_F(ReadNumbers, Words) {
