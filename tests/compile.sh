@@ -8,10 +8,8 @@ set -euo pipefail
 ours=$1 clang=$2 flags=$3
 shift 3
 [[ " $* " == *" $ours "* ]] || exec "$@"
-# Nothing is optimised: the GNU library may have been built for the old runtime, which has a smaller mbstate_t, so that
-# what clang takes into a program of the library's file streams would not fit the rest. Of the framework's objects there
-# are members that hosts alone read.
-arguments=() last=(-O0 -Wno-unused-private-field)
+# Of the framework's objects there are members that hosts alone read.
+arguments=() last=(-Wno-unused-private-field)
 for argument; do
   case $argument in
     # What a thread has of the GNU library's own is found as that library's compiler finds it.
