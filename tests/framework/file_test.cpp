@@ -417,7 +417,8 @@ TEST_F(File, FinderListsEachEntryOnce) {
   EXPECT_EQ(Found(folder_ / L"*.*"),
             (std::multiset<std::wstring>{folder_ / L"..a\\", folder_ / L"..hidden", folder_ / L".a\\",
                                          folder_ / L"a.txt", folder_ / L"b.txt", folder_ / L"inner\\"}));
-  EXPECT_EQ(Found(folder_ / L"a*"), std::multiset<std::wstring>{folder_ / L"a.txt"});
+  // (Not of a letter with which the short name of one that begins with a period may begin.)
+  EXPECT_EQ(Found(folder_ / L"b*"), std::multiset<std::wstring>{folder_ / L"b.txt"});
   EXPECT_TRUE(Found(folder_ / L"*.none").empty());
   EXPECT_TRUE(Found(folder_ / L"none\\*.*").empty());
   EXPECT_TRUE(Found(L"").empty());
