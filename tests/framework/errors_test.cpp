@@ -81,6 +81,24 @@ TEST(Errors, DestroyedWithoutFreeing) {
   EXPECT_EQ(freed, 1);
 }
 
+// Who catches one deletes it, and its memory with it.
+TEST(Errors, DeletedWithTheirMemory) {
+  static int freed;
+  static void* object;
+  auto* const exception = new COleException(E_FAIL);
+  object = exception;
+  const test::ImportHook hook(
+      "free",
+      +[](void* block) {
+        freed += block == object;
+        test::Platform<void(void*)>(L"ucrtbase.dll", "free")(block);
+      },
+      ::GetModuleHandleW(nullptr));
+  freed = 0;
+  exception->Delete();
+  EXPECT_EQ(freed, 1);
+}
+
 // Those that stand ready are destroyed as a host destroys any, and stay.
 TEST(Errors, ReadyObjectsSurviveTheirDestruction) {
   int raised = 0;
