@@ -62,41 +62,39 @@ TEST(Errors, TheMemoryExceptionIsNoOleException) {
   EXPECT_TRUE(ole);
 }
 
+// Counts how often a block is given back, while it lives.
+class Freed {
+ public:
+  explicit Freed(void* block) { block_ = block, count_ = 0; }
+  int Count() const { return count_; }
+
+ private:
+  static void Count(void* block) {
+    count_ += block == block_;
+    test::Platform<void(void*)>(L"ucrtbase.dll", "free")(block);
+  }
+  static inline void* block_;
+  static inline int count_;
+  const test::ImportHook hook_{"free", static_cast<void (*)(void*)>(&Freed::Count),
+                               ::GetModuleHandleW(nullptr)};
+};
+
 // A host may destroy an object in place and give its memory back by itself.
 TEST(Errors, DestroyedWithoutFreeing) {
-  static int freed;
-  static void* object;
-  object = new COleException(E_FAIL);
-  const test::ImportHook hook(
-      "free",
-      +[](void* block) {
-        freed += block == object;
-        test::Platform<void(void*)>(L"ucrtbase.dll", "free")(block);
-      },
-      ::GetModuleHandleW(nullptr));
-  freed = 0;
-  EXPECT_EQ(static_cast<COleException*>(object)->DeletingDestructor(0), object);
-  EXPECT_EQ(freed, 0);
-  ::operator delete(object);
-  EXPECT_EQ(freed, 1);
+  auto* const exception = new COleException(E_FAIL);
+  const Freed freed(exception);
+  EXPECT_EQ(exception->DeletingDestructor(0), exception);
+  EXPECT_EQ(freed.Count(), 0);
+  ::operator delete(static_cast<void*>(exception));
+  EXPECT_EQ(freed.Count(), 1);
 }
 
 // Who catches one deletes it, and its memory with it.
 TEST(Errors, DeletedWithTheirMemory) {
-  static int freed;
-  static void* object;
   auto* const exception = new COleException(E_FAIL);
-  object = exception;
-  const test::ImportHook hook(
-      "free",
-      +[](void* block) {
-        freed += block == object;
-        test::Platform<void(void*)>(L"ucrtbase.dll", "free")(block);
-      },
-      ::GetModuleHandleW(nullptr));
-  freed = 0;
+  const Freed freed(exception);
   exception->Delete();
-  EXPECT_EQ(freed, 1);
+  EXPECT_EQ(freed.Count(), 1);
 }
 
 // Those that stand ready are destroyed as a host destroys any, and stay.
